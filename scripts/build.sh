@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Configures and builds one flavour of the project.
+#   scripts/build.sh [release|asan] [extra cmake args...]
+set -euo pipefail
+cd "$(dirname "$0")/.."
+flavour=${1:-release}; shift || true
+case "$flavour" in
+  release) dir=build; args=(-DCMAKE_BUILD_TYPE=RelWithDebInfo) ;;
+  asan)    dir=build-asan; args=(-DCMAKE_BUILD_TYPE=Debug -DTABULON_SANITIZE=ON -DTABULON_BENCH=OFF) ;;
+  *) echo "unknown flavour: $flavour" >&2; exit 2 ;;
+esac
+werror=OFF; [ "${CI:-}" = "true" ] && werror=ON
+cmake -S . -B "$dir" -G Ninja -DTABULON_WERROR=$werror "${args[@]}" "$@" >/dev/null
+cmake --build "$dir" -j "$(nproc)"
