@@ -1,0 +1,11 @@
+// A slot for what the drawing-file codec keeps of an object or of the database header
+// beyond the modelled fields (raw tags). The codec subclasses it; the object owns what the
+// codec puts there, and a clone of the object gets a clone of it.
+#pragma once
+
+#include <memory>
+
+struct QaDbDxfRecord {
+  virtual ~QaDbDxfRecord();
+  virtual std::unique_ptr<QaDbDxfRecord> clone() const = 0;
+};
