@@ -3,6 +3,8 @@
 #include "host/gi/qagi_font_face.h"
 #include "host/gi/qagi_text_codes.h"
 
+#include <algorithm>
+
 namespace {
 
 std::uint64_t g_measureCount = 0;
@@ -58,6 +60,12 @@ FontFace& QaGiTextStyle::face() const {
   face_ = found != nullptr ? found : &fallback;
   faceGeneration_ = library.generation();
   return *face_;
+}
+
+QaGePoint2d QaGiTextStyle::extents(const std::wstring& text, bool /*bigFont*/, int length, bool raw,
+                                   void* /*reserved*/) const {
+  const std::size_t measured = length < 0 ? text.size() : std::min(text.size(), static_cast<std::size_t>(length));
+  return QaGePoint2d(width(text, length, raw), measured == 0 ? 0.0 : textSize_);
 }
 
 double QaGiTextStyle::width(const std::wstring& text, int length, bool raw) const {

@@ -13,11 +13,9 @@
 #include <string>
 #include <vector>
 
-class QaGePoint2d;
-class QaDbObjectId;
-namespace Qa {
-enum class ErrorStatus;
-}
+#include "host/db/qa_error_status.h"
+#include "host/db/qadb_object_id.h"
+#include "host/ge/qage_point2d.h"
 
 namespace tabulon::gi {
 class FontFace;
