@@ -81,7 +81,6 @@ double FontFace::advance(char32_t c) {
 }
 
 double FontFace::loadAdvance(char32_t c) {
-  if (c < 0x20 || c == 0x7F) return 0.0;
   FT_UInt glyph = FT_Get_Char_Index(impl_->face, c);
   if (glyph == 0 && fallback_ != nullptr && fallback_->hasGlyph(c)) return fallback_->advance(c);
   FT_Fixed units = 0;

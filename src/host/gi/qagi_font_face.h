@@ -22,8 +22,8 @@ class FontFace {
   FontFace& operator=(const FontFace&) = delete;
   ~FontFace();
 
-  // Advance of `c` in cap heights. Control characters advance 0. A character the face
-  // lacks takes the fallback face's advance when that face has it, else the face's own
+  // Advance of `c` in cap heights, as the font gives it. A character the face lacks
+  // takes the fallback face's advance when that face has it, else the face's own
   // missing-glyph advance.
   double advance(char32_t c);
 

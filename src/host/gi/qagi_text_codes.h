@@ -41,7 +41,7 @@ void visitShownCharacters(const std::wstring& text, bool raw, std::size_t limit,
       if (code.length > 0) {
         const std::size_t last = i + code.length - 1;
         for (; i < last && i < end; ++i) visit(i, kShowsNothing);
-        if (i < end) visit(i++, last < end ? code.shown : kShowsNothing);
+        if (i < end) visit(i++, code.shown);  // reached only when the whole code lies below end
         continue;
       }
     }
