@@ -31,6 +31,11 @@ class QaDbDatabase {
   QaDbDatabase(const QaDbDatabase&) = delete;
   QaDbDatabase& operator=(const QaDbDatabase&) = delete;
 
+  // Exchanges the whole contents (objects, header, file name) with `other`; ids follow
+  // their objects into the other database object. Lets a reader fill a scratch
+  // database and move it in only on success.
+  void swap(QaDbDatabase& other);
+
   // --- files (through the codec)
   Qa::ErrorStatus readDwgFile(const std::filesystem::path& path, int shareMode = 0, std::string* error = nullptr);
   Qa::ErrorStatus saveAs(const std::filesystem::path& path, QaDb::DwgVersion version = QaDb::kDwgCurrent,

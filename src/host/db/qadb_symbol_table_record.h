@@ -16,7 +16,8 @@ class QaDbSymbolTableRecord : public QaDbObject {
   Qa::ErrorStatus getName(std::wstring& name) const;
   const std::wstring& getName() const { return name_; }
   const std::wstring& name() const { return name_; }
-  // eBadSymbolTableName for an empty name or one with characters < > / \ " : ; ? * | , = `;
+  // eBadSymbolTableName for an empty name or one with characters < > / \ " : ; ? , = ` (or a
+  // "*" after the first place); "|" of names from external references passes.
   // eDuplicateKey when another record of the same table has the name.
   Qa::ErrorStatus setName(const std::wstring& name);
   // Standard flags (group 70) beyond what subclasses model.

@@ -1,0 +1,3 @@
+#include "host/db/qadb_dxf_record.h"
+
+QaDbDxfRecord::~QaDbDxfRecord() = default;
