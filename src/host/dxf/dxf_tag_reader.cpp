@@ -1,0 +1,117 @@
+#include "host/dxf/dxf_tag_reader.h"
+
+#include "host/dxf/dxf_error.h"
+
+#include <charconv>
+#include <cstring>
+
+namespace tabulon::dxf {
+
+namespace {
+
+constexpr std::string_view kBinarySentinel = "AutoCAD Binary DXF";
+
+// A short, printable excerpt of a bad line for an error message.
+std::string excerpt(std::string_view line) {
+  std::string out;
+  for (char c : line.substr(0, 24)) {
+    auto u = static_cast<unsigned char>(c);
+    if (u >= 0x20 && u < 0x7f) {
+      out += c;
+    } else {
+      static const char* hex = "0123456789ABCDEF";
+      out += "\\x";
+      out += hex[u >> 4];
+      out += hex[u & 15];
+    }
+  }
+  if (line.size() > 24) out += "...";
+  return out;
+}
+
+}  // namespace
+
+bool dxfIsBinary(std::string_view bytes) { return bytes.substr(0, kBinarySentinel.size()) == kBinarySentinel; }
+
+DxfTagReader::DxfTagReader(std::string_view text, std::string fileName, std::size_t begin,
+                           std::size_t end, std::size_t firstLine)
+    : text_(text),
+      fileName_(std::move(fileName)),
+      pos_(begin),
+      end_(end == std::string_view::npos || end > text.size() ? text.size() : end),
+      line_(firstLine) {
+  if (begin == 0) {
+    if (dxfIsBinary(text_))
+      throw DxfError(fileName_, 1, DxfError::kNoGroupCode,
+                     "binary DXF is not supported; save the drawing as ASCII DXF");
+    if (text_.substr(0, 3) == "\xEF\xBB\xBF") pos_ = 3;
+  }
+}
+
+std::string_view DxfTagReader::readLine(std::size_t& lineStart) {
+  lineStart = pos_;
+  const char* base = text_.data();
+  const void* nl = std::memchr(base + pos_, '\n', end_ - pos_);
+  std::size_t stop = nl ? static_cast<std::size_t>(static_cast<const char*>(nl) - base) : end_;
+  std::string_view line(base + pos_, stop - pos_);
+  pos_ = nl ? stop + 1 : end_;
+  if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  ++line_;
+  return line;
+}
+
+bool DxfTagReader::next(DxfTag& tag) {
+  // Blank lines where a group code belongs are skipped only at the very end
+  // of the text (a trailing newline or two after EOF).
+  if (pos_ >= end_) return false;
+  lastPos_ = pos_;
+  lastLine_ = line_;
+  canPushBack_ = true;
+  std::size_t codeStart = 0;
+  std::size_t codeLine = line_;
+  std::string_view codeText = readLine(codeStart);
+  std::string_view trimmed = dxfTrim(codeText);
+  if (trimmed.empty()) {
+    std::size_t probe = pos_;
+    while (probe < end_ && (text_[probe] == '\n' || text_[probe] == '\r' || text_[probe] == ' ' ||
+                            text_[probe] == '\t' || text_[probe] == '\0' || text_[probe] == 0x1a))
+      ++probe;
+    if (probe >= end_) {
+      pos_ = end_;
+      return false;
+    }
+  }
+  int code = 0;
+  const char* first = trimmed.data();
+  const char* last = first + trimmed.size();
+  auto [ptr, ec] = std::from_chars(first, last, code);
+  if (trimmed.empty() || ec != std::errc() || ptr != last) {
+    bool binary = codeText.find('\0') != std::string_view::npos;
+    throw DxfError(fileName_, codeLine, DxfError::kNoGroupCode,
+                   binary ? "binary data where a group code was expected"
+                          : "expected a group code, found \"" + excerpt(codeText) + "\"");
+  }
+  if (code < -5 || code > 1071)
+    throw DxfError(fileName_, codeLine, code, "group code out of range");
+  if (pos_ >= end_)
+    throw DxfError(fileName_, codeLine, code, "file ends after the group code, its value is missing");
+  std::size_t valueStart = 0;
+  tag.value = readLine(valueStart);
+  tag.code = code;
+  tag.line = codeLine;
+  tag.offset = codeStart;
+  return true;
+}
+
+void DxfTagReader::pushBack() {
+  if (!canPushBack_) return;
+  pos_ = lastPos_;
+  line_ = lastLine_;
+  canPushBack_ = false;
+}
+
+void DxfTagReader::fail(const DxfTag& tag, const std::string& message) const {
+  throw DxfError(fileName_, tag.line, tag.code, message);
+}
+
+}  // namespace tabulon::dxf
