@@ -29,6 +29,15 @@ class QaDbCloner {
   // Translates what could not be translated while copying (members of groups copied
   // before their members, handles in extended data), then closes the copies.
   void finish() {
+    // Groups take the copies of their members; members that were not copied stay out.
+    for (const auto& [srcGroup, newGroup] : groups_) {
+      QaDbObjectPointer<QaDbGroup> g(newGroup, QaDb::kForWrite);
+      if (!g) continue;
+      for (QaDbObjectId member : srcGroup->memberIds()) {
+        QaDbObjectId copy = mapping_.destinationOf(member);
+        if (!copy.isNull() && !member.isErased() && !g->has(copy)) g->append(copy);
+      }
+    }
     QaDbIdMapping ids = idsOnly();
     for (QaDbObjectId id : added_) {
       QaDbObject* obj = id.rawObject();
@@ -224,15 +233,15 @@ class QaDbCloner {
     std::unique_ptr<QaDbObject> copy = obj->clone();
     QaDbObjectId id = add(srcId, std::move(copy), owner);
     if (id.isNull()) return id;
-    if (auto* dict = QaDbDictionary::cast(owner.rawObject())) {
+    if (QaDbDictionary::cast(owner.rawObject())) {
       QaDbObjectPointer<QaDbDictionary> d(owner, QaDb::kForWrite);
       std::wstring finalKey = key;
       if (d->has(key) && key != L"*A")
         for (int n = 1; d->has(finalKey); ++n) finalKey = key + L"_" + std::to_wstring(n);
       d->setAt(finalKey, id);
       id.rawObject()->addPersistentReactor(owner);
-      (void)dict;
     }
+    if (auto* group = QaDbGroup::cast(obj)) groups_.emplace_back(group, id);
     cloneChildren(obj, id);
     return id;
   }
@@ -242,6 +251,7 @@ class QaDbCloner {
   QaDbIdMapping& mapping_;
   QaDb::DuplicateRecordCloning drc_;
   std::vector<QaDbObjectId> added_;
+  std::vector<std::pair<const QaDbGroup*, QaDbObjectId>> groups_;
 };
 
 Qa::ErrorStatus QaDbDatabase::wblockCloneObjects(const std::vector<QaDbObjectId>& ids, QaDbObjectId ownerIdInDest,
