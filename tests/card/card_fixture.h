@@ -1,12 +1,9 @@
-// A small process-card library written to a scratch folder: a first-page
-// table, a continuation table and a card naming both, for the card tests.
+// A small process-card library for the card tests: a first-page table, a
+// continuation table and a card naming both, written to a scratch folder.
 #pragma once
 
 #include <string>
-#include <vector>
 
-#include "card/att_set.h"
-#include "card/block_set.h"
 #include "card/card_attributes.h"
 #include "card/table_attributes.h"
 #include "card/utf8_text.h"
@@ -14,22 +11,19 @@
 
 namespace cardtest {
 
-inline KrmAttSet Att(const std::wstring& showName, const std::wstring& rowType = L"", double width = 40.0,
-                     double height = 3.5) {
+inline KrmAttSet Att(const std::wstring& showName, const std::wstring& rowType = L"", double width = 40.0) {
   KrmAttSet att;
   att.SetShowName(showName);
   att.SetInName(showName + L"_CODE");
-  att.SetStringType(kKrmNumStr);
   att.SetRowType(rowType);
   att.SetWidth(width);
-  att.SetHeight(height);
+  att.SetHeight(3.5);
   return att;
 }
 
-// Title block with the four page numbers; row block with an automatic number,
-// an operation name and a wrapping content column. The row block is the page
-// base, with `rowsFirst` references on the page.
-inline KrmTableAttributes ProcessTable(const std::wstring& name, int rowsFirst) {
+// TITLE carries the four page numbers; ROW is the page base with `rows`
+// references, an automatic number, and a wrapping content column; SIGN has 2.
+inline KrmTableAttributes ProcessTable(const std::wstring& name, int rows) {
   KrmTableAttributes table;
   table.setTblName(name, name + L" 工艺卡");
   table.setPageBase(L"ROW");
@@ -38,17 +32,15 @@ inline KrmTableAttributes ProcessTable(const std::wstring& name, int rowsFirst) 
   table.setSCell({KrmBlockSet(L"TITLE", {Att(L"图号"), Att(L"页码"), Att(L"总页"), Att(L"批页"), Att(L"批总")})});
   table.setMCell({KrmBlockSet(L"ROW", {Att(L"序号"), Att(L"工序"), Att(L"内容", kKrmRowNewline, 60.0)}),
                   KrmBlockSet(L"SIGN", {Att(L"签名")})});
-  table.setPageAtt({{kKrmClassCur, {L"TITLE", L"页码"}},
-                    {kKrmClassSum, {L"TITLE", L"总页"}},
-                    {kKrmBatchCur, {L"TITLE", L"批页"}},
-                    {kKrmBatchSum, {L"TITLE", L"批总"}},
+  table.setPageAtt({{kKrmClassCur, {L"TITLE", L"页码"}}, {kKrmClassSum, {L"TITLE", L"总页"}},
+                    {kKrmBatchCur, {L"TITLE", L"批页"}}, {kKrmBatchSum, {L"TITLE", L"批总"}},
                     {kKrmAutoNum, {L"ROW", L"序号"}}});
-  table.setMDirType({{L"ROW", {L"1", std::to_wstring(rowsFirst)}}, {L"SIGN", {L"3", L"2"}}});
+  table.setMDirType({{L"ROW", {L"1", std::to_wstring(rows)}}, {L"SIGN", {L"3", L"2"}}});
   return table;
 }
 
-// Writes first.tbl (20 rows), next.tbl (30 rows) and card.crd into `folder`;
-// returns the card's path.
+// Writes first.tbl (20 rows), next.tbl (30 rows) and card.crd into `folder`
+// and returns the card's path.
 inline std::wstring WriteProcessCard(const std::wstring& folder) {
   ProcessTable(L"first", 20).OutputTable(folder + L"/first.tbl");
   ProcessTable(L"next", 30).OutputTable(folder + L"/next.tbl");
