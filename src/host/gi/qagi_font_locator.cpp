@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cwctype>
 #include <memory>
-#include <mutex>
 #include <system_error>
 #include <vector>
 

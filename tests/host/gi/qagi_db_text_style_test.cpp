@@ -10,28 +10,20 @@
 #include "host/gi/qagi_font_locator.h"
 #include "host/gi/qagi_text_measure_hook.h"
 #include "host/gi/qagi_text_style.h"
+#include "support/test_support.h"
 
 namespace {
 
 const std::wstring kDejaVuSans = L"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 
-struct StyleSpec {
-  std::wstring name;
-  std::wstring file;
-  std::wstring bigFont;
-  double size = 0.0;
-  double xScale = 1.0;
-  std::wstring typeface;
-};
-
-QaDbObjectId addStyle(QaDbDatabase& db, const StyleSpec& spec) {
-  auto record = std::make_unique<QaDbTextStyleTableRecord>(spec.name);
-  record->setFileName(spec.file);
-  record->setBigFontFileName(spec.bigFont);
-  record->setTextSize(spec.size);
-  record->setXScale(spec.xScale);
-  record->setObliquingAngle(0.25);
-  record->setTypeface(spec.typeface);
+QaDbObjectId addStyle(QaDbDatabase& db, const std::wstring& name, const std::wstring& file, double size,
+                      double xScale, const std::wstring& typeface = L"") {
+  auto record = std::make_unique<QaDbTextStyleTableRecord>(name);
+  record->setFileName(file);
+  record->setBigFontFileName(L"gbcbig.shx");
+  record->setTextSize(size);
+  record->setXScale(xScale);
+  record->setTypeface(typeface);
   QaDbTextStyleTable* table = nullptr;
   EXPECT_EQ(db.getSymbolTable(table, QaDb::kForWrite), Qa::eOk);
   QaDbObjectId id;
@@ -50,46 +42,20 @@ QaGiTextStyle pinned(const std::wstring& file, double size, double xScale) {
 
 TEST(QaGiDbTextStyle, FillsTheMeasurerFromTheStyleRecord) {
   QaDbDatabase db;
-  const QaDbObjectId id = addStyle(db, {L"工艺", kDejaVuSans, L"", 0.0, 0.8, L""});
   QaGiTextStyle style;
   style.setTextSize(2.5);
-  ASSERT_EQ(fromQaDbTextStyle(id, style), Qa::eOk);
+  ASSERT_EQ(fromQaDbTextStyle(addStyle(db, L"工艺", kDejaVuSans, 0.0, 0.8), style), Qa::eOk);
   EXPECT_EQ(style.styleName(), L"工艺");
-  EXPECT_EQ(style.fileName(), kDejaVuSans);
-  EXPECT_DOUBLE_EQ(style.xScale(), 0.8);
-  EXPECT_DOUBLE_EQ(style.obliquingAngle(), 0.25);
+  EXPECT_EQ(style.bigFontFileName(), L"gbcbig.shx");
   EXPECT_DOUBLE_EQ(style.textSize(), 2.5) << "a style without fixed height keeps the caller's size";
   EXPECT_EQ(style.width(L"Bolt 螺栓"), pinned(kDejaVuSans, 2.5, 0.8).width(L"Bolt 螺栓"));
 
-  const QaDbObjectId fixed = addStyle(db, {L"H5", kDejaVuSans, L"", 5.0, 1.0, L""});
-  ASSERT_EQ(fromQaDbTextStyle(fixed, style), Qa::eOk);
+  ASSERT_EQ(fromQaDbTextStyle(addStyle(db, L"H5", L"txt.shx", 5.0, 1.0), style), Qa::eOk);
   EXPECT_DOUBLE_EQ(style.textSize(), 5.0);
-}
-
-TEST(QaGiDbTextStyle, ATypefaceKeptWithTheStyleWinsOverItsFile) {
-  QaDbDatabase db;
-  const QaDbObjectId id = addStyle(db, {L"TT", L"arial.ttf", L"", 0.0, 1.0, L"DejaVu Sans"});
-  QaGiTextStyle style;
-  ASSERT_EQ(fromQaDbTextStyle(id, style), Qa::eOk);
-  EXPECT_EQ(style.measuringFontFile(), std::filesystem::path(kDejaVuSans));
-}
-
-TEST(QaGiDbTextStyle, ShapeFontStylesMeasureWithTheDefaultFont) {
-  QaDbDatabase db;
-  const QaDbObjectId id = addStyle(db, {L"HZ", L"txt.shx", L"gbcbig.shx", 0.0, 0.7, L""});
-  QaGiTextStyle style;
-  ASSERT_EQ(fromQaDbTextStyle(id, style), Qa::eOk);
-  EXPECT_EQ(style.bigFontFileName(), L"gbcbig.shx");
   EXPECT_TRUE(style.usesDefaultFont());
-  EXPECT_EQ(style.measuringFontFile(), tabulon::gi::defaultFontFile());
-  // The drawing's own "Standard" style names the shape font "txt".
-  QaDbTextStyleTable* table = nullptr;
-  ASSERT_EQ(db.getSymbolTable(table, QaDb::kForRead), Qa::eOk);
-  const QaDbObjectId standard = table->getAt(L"Standard");
-  table->close();
-  QaGiTextStyle fromStandard;
-  ASSERT_EQ(fromQaDbTextStyle(standard, fromStandard), Qa::eOk);
-  EXPECT_TRUE(fromStandard.usesDefaultFont());
+  // A TrueType typeface kept with the style names the font better than its file.
+  ASSERT_EQ(fromQaDbTextStyle(addStyle(db, L"TT", L"arial.ttf", 0.0, 1.0, L"DejaVu Sans"), style), Qa::eOk);
+  EXPECT_EQ(style.measuringFontFile(), std::filesystem::path(kDejaVuSans));
 }
 
 TEST(QaGiDbTextStyle, AnIdThatIsNoTextStyleLeavesTheMeasurerAlone) {
@@ -102,22 +68,46 @@ TEST(QaGiDbTextStyle, AnIdThatIsNoTextStyleLeavesTheMeasurerAlone) {
   layers->close();
   EXPECT_EQ(fromQaDbTextStyle(layerZero, style), Qa::eWrongObjectType);
   EXPECT_EQ(style.fileName(), kDejaVuSans);
-  EXPECT_DOUBLE_EQ(style.textSize(), 3.0);
   EXPECT_DOUBLE_EQ(style.xScale(), 0.9);
 }
 
 TEST(QaGiDbTextStyle, TheDatabaseMeasuresTextsThroughTheInstalledHook) {
   QaDbDatabase db;
-  const QaDbObjectId id = addStyle(db, {L"工艺", kDejaVuSans, L"", 0.0, 0.5, L""});
+  const QaDbObjectId id = addStyle(db, L"工艺", kDejaVuSans, 0.0, 0.5);
   const std::wstring text = L"%%c20 零件";
   qagiInstallTextWidthFunction();
   const double hooked = qadbTextWidth(text, id, 3.5, 0.75);
-  const double fallback = qadbTextWidth(text, QaDbObjectId(), 3.5, 0.75);
+  const double withoutStyle = qadbTextWidth(text, QaDbObjectId(), 3.5, 0.75);
   qadbSetTextWidthFunction({});  // other tests expect the estimate
   // The entity's own width factor counts, not the style's.
   EXPECT_EQ(hooked, pinned(kDejaVuSans, 3.5, 0.75).width(text));
-  EXPECT_EQ(fallback, pinned(tabulon::gi::defaultFontFile().wstring(), 3.5, 0.75).width(text));
+  EXPECT_EQ(withoutStyle, pinned(tabulon::gi::defaultFontFile().wstring(), 3.5, 0.75).width(text));
   EXPECT_DOUBLE_EQ(qadbTextWidth(text, id, 3.5, 0.75), qadbEstimateTextWidth(text, 3.5, 0.75));
+}
+
+TEST(QaGiDbTextStyle, MeasuresWithEveryTextStyleOfRealDrawings) {
+  // Shape fonts with Chinese big fonts, Windows TrueType names, an empty font name.
+  for (const char* file : {"libredwg_2013_gh109_1_cjk_utf8.dxf", "qcad_examples_flange.dxf",
+                           "sdcad_zuankong_tuli_R2004_gbk.dxf", "ezdxf_text_attribs_mtext.dxf"}) {
+    QaDbDatabase db(false);
+    std::string error;
+    ASSERT_EQ(db.readDwgFile(tabulon::test::fixturesDir() / file, 0, &error), Qa::eOk) << file << ": " << error;
+    QaDbTextStyleTable* table = nullptr;
+    ASSERT_EQ(db.getSymbolTable(table, QaDb::kForRead), Qa::eOk);
+    int styles = 0;
+    for (auto it = table->newIterator(); !it->done(); it->step(), ++styles) {
+      QaGiTextStyle style;
+      style.setTextSize(2.5);
+      ASSERT_EQ(fromQaDbTextStyle(it->getRecordId(), style), Qa::eOk) << file;
+      // Shape fonts, named with or without ".shx", have no metrics here.
+      if (tabulon::gi::isShapeFontName(style.fileName()) || style.fileName().find(L'.') == std::wstring::npos) {
+        EXPECT_TRUE(style.usesDefaultFont()) << file << " " << testing::PrintToString(style.fileName());
+      }
+      EXPECT_GT(style.width(L"技术要求 Ra3.2"), 7 * style.textSize() * style.xScale()) << file;
+    }
+    table->close();
+    EXPECT_GT(styles, 0) << file;
+  }
 }
 
 }  // namespace
