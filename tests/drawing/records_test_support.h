@@ -1,6 +1,4 @@
-// Builders for the tests of card records, placement and page copy: entities appended to
-// model space, block definitions with attribute definitions, text styles, and block
-// references in memory.
+// Builders for the tests of card records, placement and page copy.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,71 +7,44 @@
 #include <string>
 #include <vector>
 
-#include "host/db/qadb_attribute_definition.h"
-#include "host/db/qadb_block_reference.h"
-#include "host/db/qadb_block_table.h"
-#include "host/db/qadb_database.h"
-#include "host/db/qadb_line.h"
-#include "host/db/qadb_open.h"
-#include "host/db/qadb_text_style_table.h"
+#include "host/db/qadb.h"
 
 namespace recordstest {
 
 inline QaDbObjectId addToModelSpace(QaDbDatabase& db, std::unique_ptr<QaDbEntity> entity) {
   QaDbObjectPointer<QaDbBlockTableRecord> space(db.modelSpaceId(), QaDb::kForWrite);
-  EXPECT_TRUE(space);
   QaDbObjectId id;
   EXPECT_EQ(space->appendQaDbEntity(std::move(entity), id), Qa::eOk);
   id.rawObject()->close();
   return id;
 }
 
-inline QaDbObjectId addTextStyle(QaDbDatabase& db, const std::wstring& name) {
-  QaDbObjectPointer<QaDbTextStyleTable> table(db.textStyleTableId(), QaDb::kForWrite);
-  auto record = std::make_unique<QaDbTextStyleTableRecord>(name);
-  record->setFileName(L"simfang.ttf");
-  QaDbObjectId id;
-  EXPECT_EQ(table->add(std::move(record), id), Qa::eOk);
-  id.rawObject()->close();
-  return id;
+inline QaDbObjectId addLine(QaDbDatabase& db, double x0, double y0, double x1, double y1) {
+  return addToModelSpace(db, std::make_unique<QaDbLine>(QaGePoint3d(x0, y0, 0), QaGePoint3d(x1, y1, 0)));
 }
 
-struct DefSpec {
-  std::wstring tag;
-  QaGePoint3d position;
-  bool constant = false;
-};
-
-// A block named `name` with a line from (0,0) to (10,0) and the attribute definitions,
-// each carrying the descriptor "KRM_XDATA_CODE" = tag + "_CODE".
-inline QaDbObjectId addBlock(QaDbDatabase& db, const std::wstring& name, const std::vector<DefSpec>& defs,
-                             QaDbObjectId style = {}) {
-  QaDbObjectId blockId;
-  {
-    QaDbObjectPointer<QaDbBlockTable> table(db.blockTableId(), QaDb::kForWrite);
-    EXPECT_EQ(table->add(std::make_unique<QaDbBlockTableRecord>(name), blockId), Qa::eOk);
-    blockId.rawObject()->close();
-  }
-  QaDbObjectPointer<QaDbBlockTableRecord> block(blockId, QaDb::kForWrite);
-  QaDbObjectId id;
-  EXPECT_EQ(block->appendQaDbEntity(std::make_unique<QaDbLine>(QaGePoint3d(0, 0, 0), QaGePoint3d(10, 0, 0)), id),
-            Qa::eOk);
+// A block `name` with a line (0,0)-(10,0) and one attribute definition per tag at
+// (1 + 3i, 2), of height 2.5 and width factor 0.7, each with a cell descriptor; a tag
+// starting with "!" is constant.
+inline QaDbObjectId addBlock(QaDbDatabase& db, const std::wstring& name, const std::vector<std::wstring>& tags) {
+  QaDbObjectId blockId, id;
+  QaDbObjectPointer<QaDbBlockTable> table(db.blockTableId(), QaDb::kForWrite);
+  EXPECT_EQ(table->add(std::make_unique<QaDbBlockTableRecord>(name), blockId), Qa::eOk);
+  QaDbBlockTableRecord* block = QaDbBlockTableRecord::cast(blockId.rawObject());
+  block->appendQaDbEntity(std::make_unique<QaDbLine>(QaGePoint3d(0, 0, 0), QaGePoint3d(10, 0, 0)), id);
   id.rawObject()->close();
-  for (const DefSpec& spec : defs) {
-    auto def = std::make_unique<QaDbAttributeDefinition>(spec.position, L"default " + spec.tag, spec.tag, spec.tag,
-                                                         style);
+  for (std::size_t i = 0; i < tags.size(); ++i) {
+    auto def = std::make_unique<QaDbAttributeDefinition>(QaGePoint3d(1 + 3.0 * i, 2, 0), L"default " + tags[i],
+                                                         tags[i], tags[i]);
     def->setHeight(2.5);
     def->setWidthFactor(0.7);
-    def->setConstant(spec.constant);
-    def->setXData(L"KRM_XDATA_CODE", {QaDbXDataItem::string(spec.tag + L"_CODE")});
-    EXPECT_EQ(block->appendQaDbEntity(std::move(def), id), Qa::eOk);
+    def->setConstant(tags[i][0] == L'!');
+    def->setXData(L"KRM_XDATA_CODE", {QaDbXDataItem::string(tags[i] + L"_CODE")});
+    block->appendQaDbEntity(std::move(def), id);
     id.rawObject()->close();
   }
+  block->close();
   return blockId;
-}
-
-inline std::unique_ptr<QaDbBlockReference> makeRef(QaDbObjectId block, const QaGePoint3d& position) {
-  return std::make_unique<QaDbBlockReference>(position, block);
 }
 
 }  // namespace recordstest
