@@ -1,0 +1,304 @@
+// Second pass of loading: objects enter the database, references resolve, and
+// what a usable drawing needs but the file lacked is added (and reported).
+#include "host/db/qadb.h"
+#include "host/db/qadb_open.h"
+#include "host/dxf/dxf_loader_state.h"
+#include "host/dxf/dxf_table_reader.h"
+#include "host/dxf/dxf_tag_writer.h"
+
+#include <set>
+#include <unordered_set>
+
+namespace tabulon::dxf {
+
+namespace {
+
+std::string hex(std::uint64_t h) { return dxfFormatHandle(h); }
+
+// Upper-case name -> record id, for one symbol table.
+std::unordered_map<std::wstring, QaDbObjectId> namesOf(QaDbObjectId tableId) {
+  std::unordered_map<std::wstring, QaDbObjectId> out;
+  auto* table = QaDbSymbolTable::cast(tableId.rawObject());
+  if (!table) return out;
+  for (QaDbObjectId id : table->recordIds())
+    if (auto* rec = QaDbSymbolTableRecord::cast(id.rawObject())) out.emplace(dxfUpperName(rec->name()), id);
+  return out;
+}
+
+QaDbObjectId find(const std::unordered_map<std::wstring, QaDbObjectId>& names, const std::wstring& name) {
+  auto it = names.find(dxfUpperName(name));
+  return it == names.end() ? QaDbObjectId() : it->second;
+}
+
+}  // namespace
+
+void DxfLoaderState::assignHandles() {
+  std::uint64_t next = std::max(maxHandle_, headerSeed_ ? headerSeed_ - 1 : 0) + 1;
+  std::unordered_set<std::uint64_t> used;
+  used.reserve(pending_.size() * 2);
+  for (DxfPending& p : pending_) {
+    if (p.handle == 0) {
+      if (!ctx_.flat() && p.object->dxfRecord() && !p.repaired)
+        info_.audit.add(p.line, "object without a handle; given " + hex(next));
+      p.handle = next++;
+      if (!ctx_.flat()) p.repaired = true;
+    } else if (!used.insert(p.handle).second) {
+      info_.audit.add(p.line, "duplicate handle " + hex(p.handle) + "; renumbered to " + hex(next));
+      p.handle = next++;
+      p.repaired = true;
+    }
+    used.insert(p.handle);
+  }
+  maxHandle_ = std::max(maxHandle_, next - 1);
+}
+
+void DxfLoaderState::commit(QaDbDatabase& db) {
+  const std::uint64_t highestInFile = maxHandle_;
+  assignHandles();
+  std::vector<QaDbObjectId> ids(pending_.size());
+  for (std::size_t i = 0; i < pending_.size(); ++i) {
+    DxfPending& p = pending_[i];
+    QaDbObjectId owner;
+    if (p.parent >= 0) owner = ids[static_cast<std::size_t>(p.parent)];
+    else if (p.owner) owner = db.idForHandle(QaDbHandle(p.owner));
+    QaDbObjectId id;
+    db.adoptObject(std::move(p.object), QaDbHandle(p.handle), owner, id);
+    ids[i] = id;
+  }
+  ensureTables(db);
+  resolve(db, ids);
+  if (headerSeed_ && headerSeed_ <= highestInFile && sawHeader_ && !ctx_.flat())
+    info_.audit.add(0, "$HANDSEED " + hex(headerSeed_) + " was not above every handle; raised");
+  completeDatabase(db);
+  db.clearAllModified();
+  for (std::size_t i = 0; i < pending_.size(); ++i)
+    if (pending_[i].repaired || ctx_.flat())
+      if (QaDbObject* o = ids[i].rawObject()) o->setModified();
+}
+
+void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids) {
+  auto styles = namesOf(db.textStyleTableId());
+  auto blocks = namesOf(db.blockTableId());
+  auto dimStyles = namesOf(db.dimStyleTableId());
+  auto existing = [&](std::uint64_t h) { return db.objectIdFromHandle(QaDbHandle(h)); };
+
+  for (std::size_t i = 0; i < pending_.size(); ++i) {
+    DxfPending& p = pending_[i];
+    if (p.refs < 0 || ids[i].isNull()) continue;
+    DxfPendingRefs& r = refs_[static_cast<std::size_t>(p.refs)];
+    QaDbObjectPointer<QaDbObject> obj(ids[i], QaDb::kForWrite, true);
+    if (!obj) continue;
+
+    for (std::uint64_t h : r.reactors) {
+      QaDbObjectId target = existing(h);
+      if (target.isNull()) {
+        info_.audit.add(p.line, "reactor " + hex(h) + " names no object; dropped");
+        p.repaired = true;
+      } else {
+        obj->addPersistentReactor(target);
+      }
+    }
+    if (r.xdictionary) {
+      QaDbObjectId x = existing(r.xdictionary);
+      if (x.isNull()) {
+        info_.audit.add(p.line, "extension dictionary " + hex(r.xdictionary) + " missing; dropped");
+        p.repaired = true;
+      } else {
+        obj->setExtensionDictionary(x);
+      }
+    }
+
+    QaDbObject* o = obj.object();
+    auto styleOf = [&](const std::wstring& name) {
+      QaDbObjectId s = find(styles, name);
+      if (s.isNull()) {
+        // A style the table lacks is made with default values, so the text keeps its name.
+        QaDbObjectPointer<QaDbTextStyleTable> table(db.textStyleTableId(), QaDb::kForWrite);
+        if (table && table->add(std::make_unique<QaDbTextStyleTableRecord>(name), s) == Qa::eOk) {
+          s.rawObject()->close();
+          styles.emplace(dxfUpperName(name), s);
+          info_.audit.add(p.line, "text style \"" + ctx_.codec().encode(name) + "\" is not in the STYLE table; added");
+        }
+      }
+      return s;
+    };
+    if (auto* mtext = QaDbMText::cast(o)) {
+      if (!r.name.empty()) mtext->setTextStyle(styleOf(r.name));
+    } else if (auto* text = QaDbText::cast(o)) {
+      if (!r.name.empty()) text->setTextStyle(styleOf(r.name));
+      if (!r.name2.empty()) {
+        QaDbObjectId s = find(styles, r.name2);
+        if (auto* att = QaDbAttribute::cast(o); att && att->getMTextAttribute()) {
+          QaDbMText m(*att->getMTextAttribute());
+          m.setTextStyle(s);
+          att->setMTextAttribute(m);
+        } else if (auto* def = QaDbAttributeDefinition::cast(o); def && def->getMTextAttributeDefinition()) {
+          QaDbMText m(*def->getMTextAttributeDefinition());
+          m.setTextStyle(s);
+          def->setMTextAttributeDefinition(m);
+        }
+      }
+    } else if (auto* ref = QaDbBlockReference::cast(o)) {
+      QaDbObjectId b = find(blocks, r.name);
+      if (b.isNull()) info_.audit.add(p.line, "INSERT of block \"" + ctx_.codec().encode(r.name) + "\" that is not defined");
+      else ref->setBlockTableRecord(b);
+    } else if (auto* dim = QaDbDimension::cast(o)) {
+      if (!r.name.empty()) dim->setDimBlockId(find(blocks, r.name));
+      if (!r.name2.empty()) dim->setDimensionStyle(find(dimStyles, r.name2));
+    } else if (auto* hatch = QaDbHatch::cast(o)) {
+      std::vector<QaDbHatchLoop> loops = hatch->loops();
+      std::size_t k = 0;
+      for (std::size_t l = 0; l < loops.size() && l < r.counts.size(); ++l)
+        for (int c = 0; c < r.counts[l] && k < r.handles.size(); ++c, ++k) {
+          QaDbObjectId src = existing(r.handles[k]);
+          if (!src.isNull()) loops[l].sourceIds.push_back(src);
+        }
+      while (hatch->numLoops() > 0) hatch->removeLoopAt(hatch->numLoops() - 1);
+      for (const auto& loop : loops) hatch->appendLoop(loop);
+    } else if (auto* btr = QaDbBlockTableRecord::cast(o)) {
+      if (r.handle2) btr->setLayoutId(existing(r.handle2));
+    } else if (auto* dict = QaDbDictionary::cast(o)) {
+      for (std::size_t k = 0; k < r.handles.size() && k < r.keys.size(); ++k) {
+        QaDbObjectId entry = existing(r.handles[k]);
+        if (entry.isNull()) {
+          info_.audit.add(p.line, "dictionary entry \"" + ctx_.codec().encode(r.keys[k]) + "\" names no object " +
+                                      hex(r.handles[k]) + "; dropped");
+          p.repaired = true;
+          continue;
+        }
+        dict->setAt(r.keys[k], entry);
+      }
+    } else if (auto* group = QaDbGroup::cast(o)) {
+      for (std::uint64_t h : r.handles) {
+        QaDbObjectId member = existing(h);
+        if (member.isNull() || member.isErased()) {
+          info_.audit.add(p.line, "group member " + hex(h) + " names no object; dropped");
+          p.repaired = true;
+          continue;
+        }
+        QaDbObject* m = member.rawObject();
+        bool hadReactor = m->hasPersistentReactor(ids[i]);
+        if (group->append(member) == Qa::eOk && !hadReactor) {
+          info_.audit.add(p.line, "group member " + hex(h) + " had no reactor to its group; added");
+          for (std::size_t j = 0; j < pending_.size(); ++j)
+            if (ids[j] == member) pending_[j].repaired = true;
+        }
+      }
+    }
+  }
+}
+
+void DxfLoaderState::ensureTables(QaDbDatabase& db) {
+  const bool modern = !ctx_.flat();
+  // The nine tables.
+  static const char* kTables[] = {"VPORT", "LTYPE", "LAYER", "STYLE", "VIEW", "UCS", "APPID", "DIMSTYLE", "BLOCK_RECORD"};
+  for (const char* name : kTables) {
+    auto probe = dxfMakeTable(name);
+    bool present = false;
+    if (std::string_view(name) == "VPORT") present = !db.viewportTableId().isNull();
+    else if (std::string_view(name) == "LTYPE") present = !db.linetypeTableId().isNull();
+    else if (std::string_view(name) == "LAYER") present = !db.layerTableId().isNull();
+    else if (std::string_view(name) == "STYLE") present = !db.textStyleTableId().isNull();
+    else if (std::string_view(name) == "VIEW") present = !db.viewTableId().isNull();
+    else if (std::string_view(name) == "UCS") present = !db.UCSTableId().isNull();
+    else if (std::string_view(name) == "APPID") present = !db.regAppTableId().isNull();
+    else if (std::string_view(name) == "DIMSTYLE") present = !db.dimStyleTableId().isNull();
+    else present = !db.blockTableId().isNull();
+    if (present) continue;
+    if (modern && sawHeader_) info_.audit.add(0, std::string("no ") + name + " table; an empty one was made");
+    QaDbObjectId id;
+    if (db.addObject(std::move(probe), QaDbObjectId(), id) == Qa::eOk) {
+      id.rawObject()->close();
+      db.setSymbolTableId(id);
+    }
+  }
+}
+
+void DxfLoaderState::completeDatabase(QaDbDatabase& db) {
+  const bool modern = !ctx_.flat();
+  auto addRecord = [&](QaDbObjectId tableId, std::unique_ptr<QaDbSymbolTableRecord> rec, const char* what) {
+    auto* table = QaDbSymbolTable::cast(tableId.rawObject());
+    if (!table || table->has(rec->name())) return;
+    if (modern && sawHeader_) info_.audit.add(0, std::string(what) + " was missing; added");
+    QaDbObjectPointer<QaDbSymbolTable> t(tableId, QaDb::kForWrite);
+    QaDbObjectId id;
+    if (t && t->add(std::move(rec), id) == Qa::eOk) id.rawObject()->close();
+  };
+  addRecord(db.layerTableId(), std::make_unique<QaDbLayerTableRecord>(L"0"), "layer \"0\"");
+  addRecord(db.linetypeTableId(), std::make_unique<QaDbLinetypeTableRecord>(L"ByBlock"), "linetype ByBlock");
+  addRecord(db.linetypeTableId(), std::make_unique<QaDbLinetypeTableRecord>(L"ByLayer"), "linetype ByLayer");
+  addRecord(db.linetypeTableId(), std::make_unique<QaDbLinetypeTableRecord>(L"Continuous"), "linetype Continuous");
+  addRecord(db.regAppTableId(), std::make_unique<QaDbRegAppTableRecord>(L"ACAD"), "application ACAD");
+
+  // Layers named by entities but missing from the table.
+  {
+    auto* layers = QaDbLayerTable::cast(db.layerTableId().rawObject());
+    std::set<std::wstring> missing;
+    std::unordered_set<std::wstring> known;
+    for (QaDbObjectId id : layers->recordIds())
+      if (auto* rec = QaDbSymbolTableRecord::cast(id.rawObject())) known.insert(dxfUpperName(rec->name()));
+    for (QaDbObjectId id : db.objectIds())
+      if (auto* e = QaDbEntity::cast(id.rawObject()))
+        if (!known.count(dxfUpperName(e->layer()))) missing.insert(e->layer());
+    for (const auto& name : missing) {
+      if (modern) info_.audit.add(0, "layer \"" + ctx_.codec().encode(name) + "\" used but not in the LAYER table; added");
+      QaDbObjectId id;
+      db.ensureLayer(name, id);
+    }
+  }
+
+  // Every application name of extended data is registered.
+  {
+    auto* apps = QaDbRegAppTable::cast(db.regAppTableId().rawObject());
+    std::set<std::wstring> missing;
+    for (QaDbObjectId id : db.objectIds()) {
+      QaDbObject* o = id.rawObject();
+      if (!o) continue;
+      for (const auto& app : o->allXData())
+        if (!apps->has(app.appName)) missing.insert(app.appName);
+    }
+    for (const auto& name : missing) {
+      info_.audit.add(0, "application \"" + ctx_.codec().encode(name) +
+                             "\" of extended data is not in the APPID table; added");
+      db.registerApp(name);
+    }
+  }
+
+  // The named objects dictionary and the group dictionary.
+  if (db.namedObjectsDictionaryId().isNull()) {
+    if (modern && sawHeader_) info_.audit.add(0, "no named objects dictionary; one was made");
+    QaDbObjectId id;
+    if (db.addObject(std::make_unique<QaDbDictionary>(), QaDbObjectId(), id) == Qa::eOk) {
+      id.rawObject()->close();
+      db.setNamedObjectsDictionaryId(id);
+    }
+  }
+  db.groupDictionaryId();
+
+  // Header values the database keeps itself.
+  db.setVersion(dxfVersionCode(info_.version));
+  auto headerCodePage = doc_->header.codePage();
+  if (info_.encoding != "UTF-8") db.setCodePage(info_.encoding);
+  else if (headerCodePage) db.setCodePage(dxfNormalizeCodePage(*headerCodePage));
+  else db.setCodePage("ANSI_1252");
+  if (const auto* v = doc_->header.find("$INSBASE")) {
+    QaGePoint3d p;
+    for (const auto& t : v->tags) {
+      auto d = dxfParseDouble(t.value);
+      if (!d) continue;
+      if (t.code == 10) p.x = *d;
+      else if (t.code == 20) p.y = *d;
+      else if (t.code == 30) p.z = *d;
+    }
+    db.setInsbase(p);
+  }
+  db.setHandseed(QaDbHandle(std::max(headerSeed_, maxHandle_ + 1)));
+
+  doc_->readVersion = info_.version;
+  doc_->encoding = info_.encoding;
+  doc_->encodingReason = info_.encodingReason;
+  doc_->audit = info_.audit;
+  db.setDxfHeader(std::move(doc_));
+}
+
+}  // namespace tabulon::dxf

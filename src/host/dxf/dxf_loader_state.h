@@ -1,0 +1,91 @@
+// The working state of one load (see dxf_loader.h): the objects read so far
+// and what is needed to put them into a database. Internal to the codec.
+#pragma once
+
+#include "host/dxf/dxf_entity_reader.h"
+#include "host/dxf/dxf_loader.h"
+#include "host/dxf/dxf_pending.h"
+#include "host/dxf/dxf_read_context.h"
+#include "host/dxf/dxf_records.h"
+#include "host/dxf/dxf_section_reader.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+class QaDbDatabase;
+
+namespace tabulon::dxf {
+
+class DxfLoaderState {
+ public:
+  explicit DxfLoaderState(std::shared_ptr<DxfSource> source);
+
+  // First pass: reads every section. Throws DxfError.
+  void parse();
+  // Second pass: enters everything into `db` (an empty database) and resolves references.
+  void commit(QaDbDatabase& db);
+
+  DxfLoadInfo& info() { return info_; }
+
+ private:
+  // --- first pass (dxf_loader.cpp)
+  void readHeader(const std::vector<DxfTag>& tags);
+  void chooseEncoding(std::optional<std::string_view> acadver, std::optional<std::string_view> codePage);
+  void readTables(DxfSectionReader& sections);
+  void readBlocks(DxfSectionReader& sections);
+  void readEntities(DxfSectionReader& sections);
+  void readObjects(DxfSectionReader& sections);
+  std::vector<DxfHeaderTag> toUtf8(const std::vector<DxfTag>& tags) const;
+
+  int addPending(std::unique_ptr<QaDbObject> object, const DxfRawObject& raw, const DxfObjectFrame& frame,
+                 DxfRole role, int parent, DxfPendingRefs* refs);
+  int table(std::string_view name, std::size_t line, bool reportMissing);
+  int blockRecordNamed(const std::wstring& name) const;
+  int makeBlockRecord(const std::wstring& name, std::size_t line);
+  int modelSpace();
+  int paperSpace();
+  void entity(const DxfRawObject& raw, int block);
+  void closeSequences(std::size_t line);
+  void noteHandle(std::span<const DxfTag> tags);
+  void noteOwnerless(std::size_t line);
+
+  // --- second pass (dxf_loader_commit.cpp)
+  void assignHandles();
+  void ensureTables(QaDbDatabase& db);
+  void resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids);
+  void completeDatabase(QaDbDatabase& db);
+
+  std::shared_ptr<DxfSource> source_;
+  DxfLoadInfo info_;
+  DxfReadContext ctx_;
+  std::unique_ptr<DxfDocumentRecord> doc_;
+  bool encodingChosen_ = false;
+  bool sawHeader_ = false;
+  std::string previousSection_;
+
+  std::vector<DxfPending> pending_;
+  std::vector<DxfPendingRefs> refs_;
+  std::map<std::string, int, std::less<>> tables_;  // table name -> pending index
+  std::unordered_map<std::wstring, int> blocksByName_;  // upper-case name -> pending index
+  std::unordered_map<std::uint64_t, int> blocksByHandle_;
+  std::uint64_t maxHandle_ = 0;
+  std::uint64_t headerSeed_ = 0;
+  std::size_t ownerless_ = 0;       // objects of R13+ files without 330
+  std::size_t firstOwnerless_ = 0;  // line of the first
+
+  // Open sequences of the entity stream.
+  int openInsert_ = -1;
+  bool openInsertHasAttributes_ = false;
+  bool openInsertExpectsAttributes_ = false;
+  int openPolyline_ = -1;
+  std::size_t polylineEnd_ = 0;
+};
+
+// Upper-case copy for case-blind name lookups.
+std::wstring dxfUpperName(const std::wstring& name);
+
+}  // namespace tabulon::dxf

@@ -1,0 +1,99 @@
+// What the readers of entities, tables and objects share while a file loads:
+// the source, how its strings decode, its version, the repair report, and
+// typed access to tag values that fails with a located DxfError.
+#pragma once
+
+#include "host/db/qadb_handle.h"
+#include "host/dxf/dxf_audit.h"
+#include "host/dxf/dxf_object_frame.h"
+#include "host/dxf/dxf_source.h"
+#include "host/ge/qage_point3d.h"
+#include "host/ge/qage_vector3d.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace tabulon::dxf {
+
+class DxfReadContext {
+ public:
+  DxfReadContext(const DxfSource& source, DxfAuditReport& audit) : source_(source), audit_(audit) {}
+
+  const DxfSource& source() const { return source_; }
+  const DxfTextCodec& codec() const { return source_.codec(); }
+  DxfVersion version() const { return source_.version(); }
+  // R12 and older: no subclass markers, common properties anywhere in the body.
+  bool flat() const { return !dxfVersionHasSubclasses(source_.version()); }
+  DxfAuditReport& audit() const { return audit_; }
+
+  std::wstring text(const DxfTag& tag) const { return codec().decode(tag.value); }
+  double real(const DxfTag& tag) const;
+  int integer(const DxfTag& tag) const;
+  // A handle value; 0 (with a finding) when malformed.
+  std::uint64_t handle(const DxfTag& tag) const;
+  bool flag(const DxfTag& tag) const { return integer(tag) != 0; }
+  [[noreturn]] void fail(const DxfTag& tag, const std::string& message) const;
+
+ private:
+  const DxfSource& source_;
+  DxfAuditReport& audit_;
+};
+
+// Accumulates the coordinates of points given by code, code+10, code+20.
+inline void dxfSetCoord(QaGePoint3d& p, int axis, double v) {
+  (axis == 0 ? p.x : axis == 1 ? p.y : p.z) = v;
+}
+inline void dxfSetCoord(QaGeVector3d& p, int axis, double v) {
+  (axis == 0 ? p.x : axis == 1 ? p.y : p.z) = v;
+}
+
+// Walks the body of an object (between the common part and the extended
+// data): `visit(tag, subclass)` for every tag that is not a subclass marker,
+// where `subclass` counts the markers seen (0 before the first). A "101
+// Embedded Object" marker starts a part that belongs to no subclass: its tags
+// are visited with subclass -1.
+template <class Visit>
+void dxfForEachBodyTag(std::span<const DxfTag> tags, const DxfObjectFrame& frame, Visit&& visit) {
+  int subclass = 0;
+  for (std::size_t i = frame.bodyBegin; i < frame.xdataBegin; ++i) {
+    const DxfTag& t = tags[i];
+    if (t.code == 100) {
+      subclass = subclass < 0 ? subclass : subclass + 1;
+      continue;
+    }
+    if (t.code == 101) {
+      subclass = -1;
+      continue;
+    }
+    visit(t, subclass);
+  }
+}
+
+// As dxfForEachBodyTag, with the name of the current subclass marker ("" before
+// the first, "Embedded Object" after a 101 marker): visit(tag, subclass, name).
+template <class Visit>
+void dxfForEachBodyTagNamed(std::span<const DxfTag> tags, const DxfObjectFrame& frame, Visit&& visit) {
+  int subclass = 0;
+  std::string_view name;
+  for (std::size_t i = frame.bodyBegin; i < frame.xdataBegin; ++i) {
+    const DxfTag& t = tags[i];
+    if (t.code == 100 && subclass >= 0) {
+      ++subclass;
+      name = dxfTrim(t.value);
+      continue;
+    }
+    if (t.code == 101) {
+      subclass = -1;
+      name = dxfTrim(t.value);
+      continue;
+    }
+    visit(t, subclass, name);
+  }
+}
+
+constexpr double kDxfPi = 3.14159265358979323846;
+inline double dxfDegToRad(double d) { return d * (kDxfPi / 180.0); }
+inline double dxfRadToDeg(double r) { return r * (180.0 / kDxfPi); }
+
+}  // namespace tabulon::dxf

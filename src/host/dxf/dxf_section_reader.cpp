@@ -1,0 +1,144 @@
+#include "host/dxf/dxf_section_reader.h"
+
+#include "host/dxf/dxf_error.h"
+
+namespace tabulon::dxf {
+
+DxfSectionReader::DxfSectionReader(const DxfSource& source, DxfAuditReport& report)
+    : source_(source), report_(report), reader_(source.bytes(), source.fileName()) {
+  if (dxfTrim(source.bytes()).empty())
+    throw DxfError(source.fileName(), source.bytes().empty() ? 0 : 1, DxfError::kNoGroupCode,
+                   "the file is empty");
+}
+
+bool DxfSectionReader::nextSection() {
+  if (finished_) return false;
+  if (inSection_) {
+    // Skip what is left of the current section.
+    readRemainingTags();
+  }
+  DxfTag tag;
+  while (reader_.next(tag)) {
+    if (tag.code == 999) {
+      leadingComments_.push_back(tag);
+      continue;
+    }
+    std::string_view value = dxfTrim(tag.value);
+    if (tag.code == 0 && value == "SECTION") {
+      std::size_t begin = tag.offset;
+      DxfTag name;
+      if (!reader_.next(name) || name.code != 2)
+        reader_.fail(tag, "SECTION has no name (group code 2 must follow)");
+      sectionName_ = std::string(dxfTrim(name.value));
+      sectionLine_ = tag.line;
+      sectionComments_.clear();
+      sawSection_ = true;
+      sectionBegin_ = begin;
+      sectionEnd_ = begin;
+      inSection_ = true;
+      return true;
+    }
+    if (tag.code == 0 && value == "ENDSEC") {
+      report_.add(tag.line, "ENDSEC without a SECTION before it; ignored");
+      continue;
+    }
+    if (tag.code == 0 && value == "EOF") {
+      finished_ = true;
+      if (!sawSection_) reader_.fail(tag, "EOF before any SECTION: the file holds no drawing");
+      return false;
+    }
+    // Tags outside any section: skipped up to the next SECTION.
+    std::size_t first = tag.line;
+    std::size_t skipped = 1;
+    DxfTag more;
+    while (reader_.next(more)) {
+      if (more.code == 0 && (dxfTrim(more.value) == "SECTION" || dxfTrim(more.value) == "EOF")) {
+        reader_.pushBack();
+        break;
+      }
+      ++skipped;
+    }
+    report_.add(first, std::to_string(skipped) + " tags outside any section (from \"" +
+                           std::string(value.substr(0, 40)) + "\") ignored");
+  }
+  finished_ = true;
+  if (!sawSection_)
+    throw DxfError(source_.fileName(), 1, DxfError::kNoGroupCode, "no SECTION found: this is not a DXF drawing");
+  report_.add(source_.lineOf(source_.bytes().size()), "the file has no EOF tag at its end");
+  return false;
+}
+
+void DxfSectionReader::failUnterminated(const DxfTag* at) const {
+  std::string message = "section " + sectionName_ + " (line " + std::to_string(sectionLine_) +
+                        ") has no ENDSEC";
+  if (!at) {
+    throw DxfError(source_.fileName(), source_.lineOf(source_.bytes().size()), DxfError::kNoGroupCode,
+                   "the file ends inside " + message);
+  }
+  throw DxfError(source_.fileName(), at->line, at->code,
+                 message + " before \"" + std::string(dxfTrim(at->value)) + "\"");
+}
+
+bool DxfSectionReader::readObjectStart(DxfTag& tag) {
+  while (true) {
+    if (!reader_.next(tag)) failUnterminated(nullptr);
+    if (tag.code == 0) break;
+    if (tag.code == 999) {
+      sectionComments_.push_back(tag);
+      continue;
+    }
+    reader_.fail(tag, "tag outside any object in section " + sectionName_);
+  }
+  std::string_view value = dxfTrim(tag.value);
+  if (value == "ENDSEC") {
+    sectionEnd_ = reader_.position();
+    inSection_ = false;
+    return false;
+  }
+  if (value == "SECTION" || value == "EOF") failUnterminated(&tag);
+  return true;
+}
+
+bool DxfSectionReader::nextObject(DxfRawObject& object) {
+  if (!inSection_) return false;
+  DxfTag tag;
+  if (!readObjectStart(tag)) return false;
+  tags_.clear();
+  tags_.push_back(tag);
+  std::size_t end = source_.bytes().size();
+  DxfTag more;
+  while (reader_.next(more)) {
+    if (more.code == 0) {
+      end = more.offset;
+      reader_.pushBack();
+      break;
+    }
+    tags_.push_back(more);
+  }
+  object.type = dxfTrim(tag.value);
+  object.tags = std::span<const DxfTag>(tags_);
+  object.span = {tag.offset, end};
+  object.line = tag.line;
+  return true;
+}
+
+std::vector<DxfTag> DxfSectionReader::readRemainingTags() {
+  std::vector<DxfTag> out;
+  if (!inSection_) return out;
+  DxfTag tag;
+  while (true) {
+    if (!reader_.next(tag)) failUnterminated(nullptr);
+    if (tag.code == 0) {
+      std::string_view value = dxfTrim(tag.value);
+      if (value == "ENDSEC") {
+        sectionEnd_ = reader_.position();
+        inSection_ = false;
+        return out;
+      }
+      if (value == "SECTION" || value == "EOF") failUnterminated(&tag);
+    }
+    out.push_back(tag);
+  }
+}
+
+}  // namespace tabulon::dxf

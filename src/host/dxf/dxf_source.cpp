@@ -1,0 +1,22 @@
+#include "host/dxf/dxf_source.h"
+
+#include <algorithm>
+
+namespace tabulon::dxf {
+
+DxfSource::DxfSource(std::string fileName, std::string bytes)
+    : fileName_(std::move(fileName)), bytes_(std::move(bytes)), codec_(std::make_unique<DxfTextCodec>("ANSI_1252")) {
+  std::size_t nl = bytes_.find('\n');
+  lineEnd_ = (nl != std::string::npos && nl > 0 && bytes_[nl - 1] == '\r') ? "\r\n" : "\n";
+}
+
+std::size_t DxfSource::lineOf(std::size_t offset) const {
+  offset = std::min(offset, bytes_.size());
+  return 1 + static_cast<std::size_t>(std::count(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
+}
+
+DxfTagReader DxfSource::tags(DxfSpan span, std::size_t firstLine) const {
+  return DxfTagReader(bytes_, fileName_, span.begin, span.end, firstLine);
+}
+
+}  // namespace tabulon::dxf

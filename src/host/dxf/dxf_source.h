@@ -1,0 +1,55 @@
+// The text of one DXF file as it was read, shared by everything loaded from
+// it: objects keep the byte ranges of their original tags and write them back
+// unchanged while they are not modified. Immutable once loaded.
+#pragma once
+
+#include "host/dxf/dxf_tag_reader.h"
+#include "host/dxf/dxf_text_codec.h"
+#include "host/dxf/dxf_version.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tabulon::dxf {
+
+// A byte range [begin, end) of a source.
+struct DxfSpan {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  bool empty() const { return end <= begin; }
+};
+
+class DxfSource {
+ public:
+  DxfSource(std::string fileName, std::string bytes);
+  DxfSource(const DxfSource&) = delete;
+  DxfSource& operator=(const DxfSource&) = delete;
+
+  const std::string& fileName() const { return fileName_; }
+  std::string_view bytes() const { return bytes_; }
+  std::string_view text(DxfSpan span) const { return std::string_view(bytes_).substr(span.begin, span.end - span.begin); }
+  // "\r\n" when the file's first line ends so, else "\n".
+  const std::string& lineEnd() const { return lineEnd_; }
+  // 1-based line number of a byte offset.
+  std::size_t lineOf(std::size_t offset) const;
+  // A reader of the tags in `span`; `firstLine` is the line at span.begin when
+  // known (lines count on from it), 0 when not needed.
+  DxfTagReader tags(DxfSpan span, std::size_t firstLine = 0) const;
+
+  // Set by the loader once the header is read.
+  DxfVersion version() const { return version_; }
+  const DxfTextCodec& codec() const { return *codec_; }
+  void setVersion(DxfVersion v) { version_ = v; }
+  void setCodec(std::unique_ptr<DxfTextCodec> codec) { codec_ = std::move(codec); }
+
+ private:
+  std::string fileName_;
+  std::string bytes_;
+  std::string lineEnd_;
+  DxfVersion version_ = DxfVersion::R12;
+  std::unique_ptr<DxfTextCodec> codec_;
+};
+
+}  // namespace tabulon::dxf

@@ -1,0 +1,234 @@
+#include "host/dxf/dxf_writer.h"
+
+#include "host/db/qadb_2d_polyline.h"
+#include "host/db/qadb_block_reference.h"
+#include "host/db/qadb_block_table.h"
+#include "host/db/qadb_block_table_record.h"
+#include "host/db/qadb_database.h"
+#include "host/dxf/dxf_entity_writer.h"
+#include "host/dxf/dxf_error.h"
+#include "host/dxf/dxf_object_writer.h"
+#include "host/dxf/dxf_records.h"
+#include "host/dxf/dxf_table_writer.h"
+
+#include <cerrno>
+#include <cstring>
+#include <cwctype>
+#include <random>
+#include <unistd.h>
+
+namespace tabulon::dxf {
+
+namespace {
+
+const DxfTextCodec& utf8Codec() {
+  static const DxfTextCodec codec("UTF-8");
+  return codec;
+}
+
+std::string formatPointValue(double v) { return dxfFormatDouble(v); }
+
+// Upper bound of the handles the writer may give to BLOCK, ENDBLK, VERTEX and
+// SEQEND records: $HANDSEED must lie above all of them.
+std::uint64_t partHandleBudget(const QaDbDatabase& db) {
+  std::uint64_t n = 16;
+  for (QaDbObjectId id : db.objectIds()) {
+    QaDbObject* o = id.rawObject();
+    if (!o) continue;
+    if (QaDbBlockTableRecord::cast(o)) n += 2;
+    else if (auto* p = QaDb2dPolyline::cast(o)) n += p->numVerts() + 1;
+    else if (QaDbBlockReference::cast(o)) n += 1;
+  }
+  return n;
+}
+
+void writeHeader(DxfWriteContext& ctx, const DxfDocumentRecord* doc, std::uint64_t handseed) {
+  const QaDbDatabase& db = ctx.db();
+  DxfHeader header;
+  if (doc) header = doc->header;
+  header.setVersion(ctx.version());
+  std::string cp = db.codePage().empty() ? std::string("ANSI_1252") : db.codePage();
+  if (!ctx.codec().isUtf8()) cp = ctx.codec().codePage();
+  header.setCodePage(cp);
+  if (!header.find("$INSBASE") || !doc) {
+    const QaGePoint3d& b = db.insbase();
+    header.set("$INSBASE", {{10, formatPointValue(b.x)}, {20, formatPointValue(b.y)}, {30, formatPointValue(b.z)}},
+               "$DWGCODEPAGE");
+  } else {
+    // Keep the original text when the point did not change.
+    const auto* v = header.find("$INSBASE");
+    QaGePoint3d p;
+    for (const auto& t : v->tags) {
+      auto d = dxfParseDouble(t.value);
+      if (t.code == 10 && d) p.x = *d;
+      if (t.code == 20 && d) p.y = *d;
+      if (t.code == 30 && d) p.z = *d;
+    }
+    const QaGePoint3d& b = db.insbase();
+    if (p.x != b.x || p.y != b.y || p.z != b.z)
+      header.set("$INSBASE", {{10, formatPointValue(b.x)}, {20, formatPointValue(b.y)}, {30, formatPointValue(b.z)}});
+  }
+  header.setHandSeed(handseed);
+  if (!doc) {
+    header.setValue("$INSUNITS", 70, "4");
+    header.setValue("$MEASUREMENT", 70, "1");
+  }
+  // R12 files name $HANDLING; later versions always have handles.
+  header.remove("$HANDLING");
+
+  DxfTagWriter& w = ctx.w();
+  w.write(0, "SECTION");
+  w.write(2, "HEADER");
+  for (const auto& var : header.variables()) {
+    w.write(9, var.name);
+    for (const auto& t : var.tags)
+      w.write(t.code, dxfIsTextCode(t.code) ? ctx.codec().transcode(t.value, utf8Codec()) : t.value);
+  }
+  w.write(0, "ENDSEC");
+}
+
+void writeRawSection(DxfWriteContext& ctx, const DxfRawSection& s) {
+  DxfTagWriter& w = ctx.w();
+  w.write(0, "SECTION");
+  w.write(2, s.name);
+  for (const auto& t : s.tags)
+    w.write(t.code, dxfIsTextCode(t.code) ? ctx.codec().transcode(t.value, utf8Codec()) : t.value);
+  w.write(0, "ENDSEC");
+}
+
+void writeRawSectionsAfter(DxfWriteContext& ctx, const DxfDocumentRecord* doc, std::string_view after) {
+  if (!doc) return;
+  for (const auto& s : doc->rawSections)
+    if (s.after == after) writeRawSection(ctx, s);
+}
+
+void writeEntitiesOf(DxfWriteContext& ctx, const QaDbBlockTableRecord& btr) {
+  for (QaDbObjectId id : btr.entityIds()) {
+    if (id.isErased()) continue;
+    if (auto* e = QaDbEntity::cast(id.rawObject())) dxfWriteEntity(ctx, *e);
+  }
+}
+
+bool isLayout(const std::wstring& name, const wchar_t* which) {
+  std::wstring a = name, b = which;
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (std::towupper(a[i]) != std::towupper(b[i])) return false;
+  return true;
+}
+
+}  // namespace
+
+DxfVersion dxfTargetVersion(const QaDbDatabase& db, const DxfWriteOptions& options) {
+  DxfVersion v = options.version ? *options.version
+                                 : dxfVersionFromCode(db.version()).value_or(DxfVersion::R2018);
+  if (!dxfVersionAtLeast(v, DxfVersion::R2000)) v = DxfVersion::R2000;
+  return v;
+}
+
+void dxfWrite(const QaDbDatabase& db, DxfSink& sink, const DxfWriteOptions& options) {
+  const DxfVersion version = dxfTargetVersion(db, options);
+  const auto* doc = dynamic_cast<const DxfDocumentRecord*>(db.dxfHeader());
+  std::string lineEnd = "\n";
+  DxfTagWriter w(sink, lineEnd);
+  const std::uint64_t firstPart = db.handseed().value();
+  const std::uint64_t handseed = firstPart + partHandleBudget(db);
+  DxfWriteContext ctx(db, w, version, firstPart);
+
+  if (doc)
+    for (const auto& c : doc->leadingComments) w.write(999, ctx.codec().transcode(c, utf8Codec()));
+  writeHeader(ctx, doc, handseed);
+  writeRawSectionsAfter(ctx, doc, "HEADER");
+
+  w.write(0, "SECTION");
+  w.write(2, "CLASSES");
+  if (doc && dxfVersionHasSubclasses(doc->readVersion))
+    for (const auto& t : doc->classes)
+      w.write(t.code, dxfIsTextCode(t.code) ? ctx.codec().transcode(t.value, utf8Codec()) : t.value);
+  w.write(0, "ENDSEC");
+  writeRawSectionsAfter(ctx, doc, "CLASSES");
+
+  dxfWriteTables(ctx, doc);
+  writeRawSectionsAfter(ctx, doc, "TABLES");
+
+  // BLOCKS: every block; the two active layouts stay empty here, their
+  // entities go to ENTITIES.
+  const QaDbBlockTableRecord* model = nullptr;
+  const QaDbBlockTableRecord* paper = nullptr;
+  std::vector<const QaDbBlockTableRecord*> blocks;
+  if (auto* table = QaDbBlockTable::cast(db.blockTableId().rawObject())) {
+    for (QaDbObjectId id : table->recordIds()) {
+      if (id.isErased()) continue;
+      auto* btr = QaDbBlockTableRecord::cast(id.rawObject());
+      if (!btr) continue;
+      blocks.push_back(btr);
+      if (!model && isLayout(btr->name(), L"*Model_Space")) model = btr;
+      else if (!paper && isLayout(btr->name(), L"*Paper_Space")) paper = btr;
+    }
+  }
+  w.write(0, "SECTION");
+  w.write(2, "BLOCKS");
+  for (const auto* btr : blocks) {
+    dxfWriteBlockBoundary(ctx, *btr, false);
+    if (btr != model && btr != paper) writeEntitiesOf(ctx, *btr);
+    dxfWriteBlockBoundary(ctx, *btr, true);
+  }
+  w.write(0, "ENDSEC");
+  writeRawSectionsAfter(ctx, doc, "BLOCKS");
+
+  w.write(0, "SECTION");
+  w.write(2, "ENTITIES");
+  if (model) writeEntitiesOf(ctx, *model);
+  if (paper) writeEntitiesOf(ctx, *paper);
+  w.write(0, "ENDSEC");
+  writeRawSectionsAfter(ctx, doc, "ENTITIES");
+
+  dxfWriteObjects(ctx);
+  writeRawSectionsAfter(ctx, doc, "OBJECTS");
+  if (doc) {
+    // Sections that stood after one we do not write (or first of all) go last.
+    for (const auto& s : doc->rawSections) {
+      static const char* known[] = {"HEADER", "CLASSES", "TABLES", "BLOCKS", "ENTITIES", "OBJECTS"};
+      bool placed = false;
+      for (const char* k : known) placed = placed || s.after == k;
+      if (!placed) writeRawSection(ctx, s);
+    }
+  }
+  w.write(0, "EOF");
+  if (ctx.nextHandle() > handseed)
+    throw DxfError("", 0, DxfError::kNoGroupCode, "internal: more record handles given than reserved");
+  w.finish();
+}
+
+void dxfSaveFile(const QaDbDatabase& db, const std::filesystem::path& path, const DxfWriteOptions& options) {
+  if (path == "-") {
+    DxfFileSink sink(stdout, "<stdout>");
+    dxfWrite(db, sink, options);
+    return;
+  }
+  std::filesystem::path target = path;
+  std::filesystem::path dir = target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path();
+  std::random_device rd;
+  std::filesystem::path temp = dir / ("." + target.filename().string() + ".tmp" + std::to_string(rd() % 1000000));
+  try {
+    {
+      DxfFileSink sink(temp);
+      dxfWrite(db, sink, options);
+    }
+    if (std::rename(temp.c_str(), target.c_str()) != 0)
+      throw DxfError(target.string(), 0, DxfError::kNoGroupCode,
+                     std::string("cannot replace the file: ") + std::strerror(errno));
+  } catch (const DxfError& e) {
+    std::error_code ec;
+    std::filesystem::remove(temp, ec);
+    if (e.file().empty() || e.file() == temp.string())
+      throw DxfError(target.string(), e.line(), e.groupCode(), e.message());
+    throw;
+  } catch (...) {
+    std::error_code ec;
+    std::filesystem::remove(temp, ec);
+    throw;
+  }
+}
+
+}  // namespace tabulon::dxf
