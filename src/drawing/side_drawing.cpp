@@ -9,6 +9,7 @@
 #include "host/db/qadb_database.h"
 #include "host/db/qadb_open.h"
 #include "host/ge/qage_matrix3d.h"
+#include "host/svc/utf8.h"
 
 std::filesystem::path SideDrawingPath(const std::filesystem::path& path) {
   std::filesystem::path out = path;
@@ -66,7 +67,7 @@ int WriteSideDrawing(const std::wstring& path, const std::wstring& tableId, cons
   MoveAndMarkModelSpace(*side, QaGeMatrix3d().setToTranslation(QaGePoint3d::kOrigin - base));
 
   std::string saveError;
-  if (side->saveAs(SideDrawingPath(path), QaDb::kDwgR2018, &saveError) != Qa::eOk) {
+  if (side->saveAs(SideDrawingPath(tabulon::svc::toPath(path)), QaDb::kDwgR2018, &saveError) != Qa::eOk) {
     if (error) *error = saveError.empty() ? "side drawing: the file could not be written" : saveError;
     return 0;
   }
