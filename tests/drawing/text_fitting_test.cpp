@@ -2,308 +2,158 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 #include "card/paging.h"
 #include "cell_test_support.h"
-#include "host/db/qadb_layer_table.h"
 #include "host/gi/qagi_text_measure_hook.h"
 #include "host/gi/qagi_text_style.h"
 
 namespace {
 
-using tabulon::test::addTextStyle;
-using tabulon::test::kMicroHeiFile;
-
-constexpr double kHeight = 3.5;
+using Texts = std::vector<std::wstring>;
 
 class TextFitting : public ::testing::Test {
  protected:
-  void SetUp() override {
-    qagiInstallTextWidthFunction();
-    cellScale = 1.0;
-    style = addTextStyle(db, L"CELL", 1.0);
-    narrowStyle = addTextStyle(db, L"NARROW", 0.8);
-  }
+  void SetUp() override { qagiInstallTextWidthFunction(); }
   void TearDown() override { cellScale = 1.0; }
 
-  // A fresh attribute in memory at (10, 20) in `styleId`.
   QaDbAttribute attribute(const std::wstring& text, QaDbObjectId styleId) const {
     QaDbAttribute att(QaGePoint3d(10, 20, 0), text, L"CELL", styleId);
-    att.setHeight(kHeight);
+    att.setHeight(3.5);
     return att;
   }
-
-  // The measure of `text` as the cells measure it, for x scale `xScale`.
-  double measure(const std::wstring& text, double xScale = 1.0) const {
+  // Measured apart from the drawing, in the pinned font.
+  static double measure(const std::wstring& text, double xScale = 1.0) {
     QaGiTextStyle m;
-    m.setFileName(kMicroHeiFile);
-    m.setTextSize(kHeight);
+    m.setFileName(tabulon::test::kMicroHeiFile);
+    m.setTextSize(3.5);
     m.setXScale(xScale);
     return m.width(text);
   }
-
   static KrmAttSet cellOf(double width, const std::wstring& rowType, const std::wstring& align = L"") {
     KrmAttSet cell;
-    cell.SetShowName(L"CELL");
     cell.SetWidth(width);
     cell.SetRowType(rowType);
     cell.SetAlignType(align);
     return cell;
   }
+  // Writes `text` into row blocks one after the other until all is written.
+  Texts fillBlocks(const std::wstring& text, KrmAttSet cell, std::size_t maxBlocks = 50) const {
+    Texts pieces;
+    cell.SetContent(text);
+    for (int done = 0; done == 0 && pieces.size() < maxBlocks;) {
+      QaDbAttribute att = attribute(cell.GetContent(), style);
+      done = FitCellText(att, cell);
+      pieces.push_back(att.textString());
+    }
+    return pieces;
+  }
 
   QaDbDatabase db;
-  QaDbObjectId style;
-  QaDbObjectId narrowStyle;
+  QaDbObjectId style = tabulon::test::addTextStyle(db, L"CELL", 1.0);
+  QaDbObjectId narrow = tabulon::test::addTextStyle(db, L"NARROW", 0.8);
 };
 
-TEST_F(TextFitting, StyleXScaleDefaultsToOne) {
-  EXPECT_DOUBLE_EQ(GetStyleXScale(narrowStyle), 0.8);
-  EXPECT_DOUBLE_EQ(GetStyleXScale(style), 1.0);
-  EXPECT_DOUBLE_EQ(GetStyleXScale(QaDbObjectId()), 1.0);
-  QaDbObjectId layer;
-  {
-    QaDbLayerTable* layers = nullptr;
-    ASSERT_EQ(db.getSymbolTable(layers, QaDb::kForRead), Qa::eOk);
-    layer = layers->getAt(L"0");
-    layers->close();
-  }
-  ASSERT_FALSE(layer.isNull());
-  EXPECT_DOUBLE_EQ(GetStyleXScale(layer), 1.0);
-}
-
-TEST_F(TextFitting, FitSqueezesBetweenTwoPointsAndUndoesOnRefill) {
-  const std::wstring longText = L"M12x1.5 六角头螺栓 GB/T 5783";
-  const double tw = measure(longText, 0.8);
-  const double width = tw * 2.0 / 3.0;  // the text is half as wide again as the cell
+TEST_F(TextFitting, FitSqueezesBetweenTwoPointsAWidthApartAndUndoesOnRefill) {
+  EXPECT_DOUBLE_EQ(GetStyleXScale(narrow) + GetStyleXScale(db.modelSpaceId()), 1.8);
+  const std::wstring text = L"M12x1.5 六角头螺栓 GB/T 5783";
+  const double width = measure(text, 0.8) * 2 / 3;
   KrmAttSet cell = cellOf(width, L"kFit");
-  QaDbAttribute att = attribute(longText, narrowStyle);
-  att.setWidthFactor(0.5);  // whatever stood there before
-
-  EXPECT_EQ(FitCellText(att, cell), 1);
-  EXPECT_EQ(cell.GetContent(), L"");
-  EXPECT_EQ(att.textString(), longText);
-  EXPECT_EQ(att.horizontalMode(), QaDb::kTextFit);
-  EXPECT_TRUE(att.position().isEqualTo(QaGePoint3d(10, 20, 0)));
-  EXPECT_TRUE(att.alignmentPoint().isEqualTo(QaGePoint3d(10 + width, 20, 0)));
-  EXPECT_DOUBLE_EQ(att.height(), kHeight);
-  // Filled again while squeezed: nothing moves.
-  EXPECT_EQ(FitCellText(att, cell), 1);
-  EXPECT_TRUE(att.alignmentPoint().isEqualTo(QaGePoint3d(10 + width, 20, 0)));
-
-  // A short text takes the squeeze back: left mode, the style's own width factor.
+  QaDbAttribute att = attribute(text, narrow);
+  for (int fill = 0; fill < 2; ++fill) {  // filled again while squeezed, nothing moves
+    EXPECT_EQ(FitCellText(att, cell), 1);
+    EXPECT_EQ(cell.GetContent(), L"");
+    EXPECT_EQ(att.horizontalMode(), QaDb::kTextFit);
+    EXPECT_TRUE(att.position().isEqualTo({10, 20, 0}) && att.alignmentPoint().isEqualTo({10 + width, 20, 0}));
+    EXPECT_EQ(att.height(), 3.5);
+  }
+  att.setWidthFactor(0.5);
   att.setTextString(L"M8");
-  EXPECT_EQ(FitCellText(att, cell), 1);
+  FitCellText(att, cell);
   EXPECT_EQ(att.horizontalMode(), QaDb::kTextLeft);
-  EXPECT_DOUBLE_EQ(att.widthFactor(), 0.8);
-  EXPECT_TRUE(att.position().isEqualTo(QaGePoint3d(10, 20, 0)));
-}
+  EXPECT_EQ(att.widthFactor(), 0.8);  // the style's own
 
-TEST_F(TextFitting, CentredTextSqueezesAroundItsCentre) {
-  const std::wstring text = L"热处理：HRC 28~32，表面发黑";
-  const double width = measure(text) / 2.0;
-  QaDbAttribute att = attribute(text, style);
-  att.setHorizontalMode(QaDb::kTextCenter);
-  att.setAlignmentPoint(QaGePoint3d(50, 20, 0));
-  KrmAttSet cell = cellOf(width, L"kFit", L"CENTER");
-  AlignCellText(att, cell);
-  EXPECT_EQ(att.horizontalMode(), QaDb::kTextFit);
-  EXPECT_TRUE(att.position().isEqualTo(QaGePoint3d(50 - width / 2, 20, 0)));
-  EXPECT_TRUE(att.alignmentPoint().isEqualTo(QaGePoint3d(50 + width / 2, 20, 0)));
-}
-
-TEST_F(TextFitting, CentredAlignmentIsSetOnceAndKeptOnRefill) {
-  const double width = 40.0;
-  QaDbAttribute att = attribute(L"序号", style);
-  KrmAttSet cell = cellOf(width, L"kFit", L"CENTER");
-  EXPECT_EQ(FitCellText(att, cell), 1);
-  EXPECT_EQ(att.horizontalMode(), QaDb::kTextCenter);
-  EXPECT_TRUE(att.alignmentPoint().isEqualTo(QaGePoint3d(10 + width / 2, 20, 0)));
-
-  // Once centred, the alignment point is the text's anchor: a second fill leaves it,
-  // wherever the first point has gone meanwhile.
-  att.setPosition(QaGePoint3d(27, 20, 0));
-  att.setTextString(L"12");
-  EXPECT_EQ(FitCellText(att, cell), 1);
-  EXPECT_EQ(att.horizontalMode(), QaDb::kTextCenter);
-  EXPECT_TRUE(att.alignmentPoint().isEqualTo(QaGePoint3d(10 + width / 2, 20, 0)));
-}
-
-TEST_F(TextFitting, AlignmentWordsAndFrameScale) {
-  struct Case {
-    std::wstring align;
-    QaDb::TextHorzMode mode;
-  };
-  for (const Case& c : {Case{L"RIGHT", QaDb::kTextRight}, Case{L"", QaDb::kTextLeft}, Case{L"center", QaDb::kTextLeft},
-                        Case{L"LEFT", QaDb::kTextLeft}}) {
-    QaDbAttribute att = attribute(L"A", style);
-    att.setHorizontalMode(QaDb::kTextCenter);
-    att.setAlignmentPoint(QaGePoint3d(1, 2, 0));
-    KrmAttSet cell = cellOf(30, L"", c.align);
-    EXPECT_EQ(AlignCellText(att, cell), 1);
-    EXPECT_EQ(att.horizontalMode(), c.mode) << c.align;
-    EXPECT_TRUE(att.alignmentPoint().isEqualTo(QaGePoint3d(1, 2, 0))) << c.align;
-  }
-  // The frame scale widens every cell.
-  cellScale = 2.0;
-  QaDbAttribute att = attribute(L"A", style);
-  KrmAttSet cell = cellOf(30, L"", L"CENTER");
-  AlignCellText(att, cell);
-  EXPECT_TRUE(att.alignmentPoint().isEqualTo(QaGePoint3d(10 + 30, 20, 0)));
-  // A text that fits only at the frame scale is not squeezed.
-  const std::wstring text = L"零件名称零件名称";
-  KrmAttSet fit = cellOf(measure(text) * 0.75, L"kFit");
-  QaDbAttribute squeezed = attribute(text, style);
-  AlignCellText(squeezed, fit);
-  EXPECT_EQ(squeezed.horizontalMode(), QaDb::kTextLeft);
+  // A centred text squeezes around its centre, unless it fits at the frame scale.
+  QaDbAttribute centred = attribute(text, style);
+  centred.setHorizontalMode(QaDb::kTextCenter);
+  centred.setAlignmentPoint({50, 20, 0});
+  KrmAttSet half = cellOf(measure(text) / 2, L"kFit", L"CENTER");
+  cellScale = 2.5;
+  AlignCellText(centred, half);
+  EXPECT_EQ(centred.horizontalMode(), QaDb::kTextCenter);
   cellScale = 1.0;
-  AlignCellText(squeezed, fit);
-  EXPECT_EQ(squeezed.horizontalMode(), QaDb::kTextFit);
+  AlignCellText(centred, half);
+  EXPECT_EQ(centred.horizontalMode(), QaDb::kTextFit);
+  EXPECT_TRUE(centred.position().isEqualTo({50 - half.GetWidth() / 2, 20, 0}));
+  EXPECT_TRUE(centred.alignmentPoint().isEqualTo({50 + half.GetWidth() / 2, 20, 0}));
 }
 
-TEST_F(TextFitting, ForcedBreakSendsTheRestToTheNextBlock) {
-  struct Case {
-    std::wstring text;
-    std::wstring rowType;
-    std::wstring written;
-    std::wstring rest;
-  };
-  const Case cases[] = {
-      {L"第一行\n第二行", L"", L"第一行\n", L"第二行"},
-      {L"第一行\r\n第二行", L"kFit", L"第一行\n", L"第二行"},
-      {L"a\nb\nc", L"kNewline", L"a\n", L"b\nc"},
-      {L"末尾换行\n", L"", L"末尾换行\n", L""},
-      {L"\n", L"kNewline", L"\n", L""},
-  };
-  for (const Case& c : cases) {
-    QaDbAttribute att = attribute(c.text, style);
-    KrmAttSet cell = cellOf(200, c.rowType);
-    cell.SetContent(c.text);
-    EXPECT_EQ(FitCellText(att, cell), 0) << c.text;
-    EXPECT_EQ(att.textString(), c.written) << c.text;
-    EXPECT_EQ(cell.GetContent(), c.rest) << c.text;
+TEST_F(TextFitting, CentringSetsTheAlignmentPointOnceAndKeepsItOnRefill) {
+  QaDbAttribute att = attribute(L"序号", style);
+  cellScale = 2.0;
+  for (const auto& [align, mode] : {std::pair{L"CENTER", QaDb::kTextCenter}, std::pair{L"CENTER", QaDb::kTextCenter},
+                                    std::pair{L"RIGHT", QaDb::kTextRight}, std::pair{L"center", QaDb::kTextLeft}}) {
+    KrmAttSet cell = cellOf(40, L"kFit", align);
+    EXPECT_EQ(FitCellText(att, cell), 1);
+    EXPECT_EQ(att.horizontalMode(), mode);
+    EXPECT_TRUE(att.alignmentPoint().isEqualTo({10 + 40, 20, 0}));
+    att.setPosition({27, 20, 0});  // a centred text's first point follows its anchor
   }
-  // A text that ends in a break uses up one more block, with nothing in it.
-  QaDbAttribute next = attribute(L"", style);
-  KrmAttSet cell = cellOf(200, L"kNewline");
-  EXPECT_EQ(FitCellText(next, cell), 1);
-  EXPECT_EQ(next.textString(), L"");
 }
 
-// Feeds `text` into blocks of a "kNewline" cell until it is all written; the pieces.
-std::vector<std::wstring> wrapOverBlocks(QaDbAttribute prototype, KrmAttSet cell,
-                                         const std::wstring& text, int maxBlocks) {
-  std::vector<std::wstring> pieces;
-  cell.SetContent(text);
-  for (int block = 0; block < maxBlocks; ++block) {
-    QaDbAttribute att = prototype;
-    att.setTextString(cell.GetContent());
-    const int done = FitCellText(att, cell);
-    pieces.push_back(att.textString());
-    if (done == 1) break;
-  }
-  return pieces;
+TEST_F(TextFitting, ForcedBreakKeepsTheFirstLineAndPassesOnTheRest) {
+  EXPECT_EQ(fillBlocks(L"第一行\n第二行", cellOf(200, L"")), (Texts{L"第一行\n", L"第二行"}));
+  EXPECT_EQ(fillBlocks(L"一\r\n二\n三", cellOf(200, L"kFit")), (Texts{L"一\n", L"二\n", L"三"}));
+  // A text that ends in a break uses up one block more, which stays empty.
+  EXPECT_EQ(fillBlocks(L"a\nb\n", cellOf(200, L"kNewline")), (Texts{L"a\n", L"b\n", L""}));
+  // Other row types write a long text as it stands.
+  EXPECT_EQ(fillBlocks(L"很长很长的备注", cellOf(5, L"knewline")), Texts{L"很长很长的备注"});
 }
 
 TEST_F(TextFitting, NewlineCellWrapsChineseTextOverSeveralBlocks) {
   const std::wstring text = L"零件表面不得有划痕、擦伤等损伤零件表面的缺陷；去除毛刺飞边，锐角倒钝0.5x45°";
   const double width = 30.0;
-  QaDbAttribute prototype = attribute(L"", style);
-  const std::vector<std::wstring> pieces = wrapOverBlocks(prototype, cellOf(width, L"kNewline"), text, 50);
-
+  const Texts pieces = fillBlocks(text, cellOf(width, L"kNewline"));
   ASSERT_GE(pieces.size(), 3u);
   std::wstring joined;
   for (std::size_t k = 0; k < pieces.size(); ++k) {
     joined += pieces[k];
     EXPECT_LE(measure(pieces[k]), width) << k;
-    // Each block takes as much as fits: one more character would not.
-    if (k + 1 < pieces.size()) {
-      EXPECT_GT(measure(pieces[k] + pieces[k + 1].substr(0, 1)), width) << k;
+    if (k + 1 < pieces.size()) {  // each block takes as much as fits
+      EXPECT_GT(measure(pieces[k] + pieces[k + 1][0]), width) << k;
     }
   }
   EXPECT_EQ(joined, text);
-  // The page count is made without a drawing; it must agree with the drawing.
+  // The page count, made without a drawing, agrees with the drawing.
   QaGiTextStyle counter;
-  counter.setTextSize(kHeight);
+  counter.setTextSize(3.5);
   EXPECT_EQ(WrappedLineCount(text, width, counter), static_cast<int>(pieces.size()));
+  EXPECT_EQ(fillBlocks(L"检验员", cellOf(measure(L"检验员"), L"kNewline")), Texts{L"检验员"});
 }
 
-TEST_F(TextFitting, TextExactlyAsWideAsTheCellStaysWhole) {
-  const std::wstring text = L"检验员签字";
-  KrmAttSet cell = cellOf(measure(text), L"kNewline");
-  QaDbAttribute att = attribute(text, style);
-  cell.SetContent(text);
-  EXPECT_EQ(FitCellText(att, cell), 1);
-  EXPECT_EQ(att.textString(), text);
-  EXPECT_EQ(cell.GetContent(), L"");
-}
-
-TEST_F(TextFitting, TooWideFirstLineBreaksTheWholeTextKeepingTheBreakWithTheRest) {
-  const std::wstring line = L"ABCDEFGH";
-  const double width = measure(L"ABCDEFG") + 0.01;  // seven letters fit, not eight
-  QaDbAttribute att = attribute(line + L"\nXY", style);
-  KrmAttSet cell = cellOf(width, L"kNewline");
-  cell.SetContent(line + L"\nXY");
-  EXPECT_EQ(FitCellText(att, cell), 0);
-  EXPECT_EQ(att.textString(), L"ABCDEFG");
-  EXPECT_EQ(cell.GetContent(), L"H\r\nXY");
-
-  // The next block: "H" fits, the break and "XY" follow as a line of their own.
-  QaDbAttribute next = attribute(cell.GetContent(), style);
-  EXPECT_EQ(FitCellText(next, cell), 0);
-  EXPECT_EQ(next.textString(), L"H\n");
-  EXPECT_EQ(cell.GetContent(), L"XY");
-
-  // A cut right behind a character of no width leaves that character to the rest.
-  QaDbAttribute lone = attribute(L"ABCDEFG\rHIJ", style);
-  KrmAttSet same = cellOf(width, L"kNewline");
-  same.SetContent(lone.textString());
-  EXPECT_EQ(FitCellText(lone, same), 0);
-  EXPECT_EQ(lone.textString(), L"ABCDEFG");
-  EXPECT_EQ(same.GetContent(), L"\rHIJ");
+TEST_F(TextFitting, TooWideFirstLineBreaksTheWholeTextAsOneLine) {
+  const double width = measure(L"ABCDEFG");  // exactly: a prefix as wide as the cell fits
+  EXPECT_EQ(fillBlocks(L"ABCDEFGH\nXY", cellOf(width, L"kNewline")), (Texts{L"ABCDEFG", L"H\n", L"XY"}));
+  // A cut behind a character of no width leaves it to the rest.
+  EXPECT_EQ(fillBlocks(L"ABCDEFG\rHIJ", cellOf(width, L"kNewline")), (Texts{L"ABCDEFG", L"\rHIJ"}));
 }
 
 TEST_F(TextFitting, CellNarrowerThanOneCharacterPassesEverythingOn) {
-  const std::wstring text = L"材料";
-  KrmAttSet cell = cellOf(measure(L"材") / 2, L"kNewline");
-  cell.SetContent(text);
-  for (int block = 0; block < 3; ++block) {
-    QaDbAttribute att = attribute(cell.GetContent(), style);
-    EXPECT_EQ(FitCellText(att, cell), 0);
-    EXPECT_EQ(att.textString(), L"");
-    EXPECT_EQ(cell.GetContent(), text);
-  }
-}
-
-TEST_F(TextFitting, OtherRowTypesWriteTheTextAsItStands) {
-  const std::wstring text = L"很长很长很长很长很长的备注";
-  for (const std::wstring& rowType : {std::wstring(L""), std::wstring(L"knewline"), std::wstring(L"kFIT")}) {
-    QaDbAttribute att = attribute(text, style);
-    KrmAttSet cell = cellOf(5, rowType);
-    cell.SetContent(text);
-    EXPECT_EQ(FitCellText(att, cell), 1) << rowType;
-    EXPECT_EQ(att.textString(), text);
-    EXPECT_EQ(att.horizontalMode(), QaDb::kTextLeft);
-    EXPECT_EQ(cell.GetContent(), L"");
-  }
+  EXPECT_EQ(fillBlocks(L"材料", cellOf(measure(L"材") / 2, L"kNewline"), 3), Texts(3, L""));
 }
 
 TEST_F(TextFitting, MultiLineAttributeIsNeverSqueezed) {
   const std::wstring text = L"多行属性文字多行属性文字多行属性文字";
-  QaDbAttribute att = attribute(text, narrowStyle);
+  QaDbAttribute att = attribute(text, narrow);
   ASSERT_EQ(att.convertIntoMTextAttribute(true), Qa::eOk);
   att.setWidthFactor(0.3);
   QaDbExtents ext;
   ASSERT_EQ(att.getGeomExtents(ext), Qa::eOk);
   KrmAttSet cell = cellOf(measure(text, 0.8) / 3, L"kFit");
-  cell.SetContent(text);
   EXPECT_EQ(FitCellText(att, cell), 1);
   EXPECT_NE(att.horizontalMode(), QaDb::kTextFit);
-  EXPECT_DOUBLE_EQ(att.widthFactor(), 0.8);
-  // The alignment point is pulled half the text's extents to the left of the position.
-  EXPECT_NEAR(att.alignmentPoint().x, 10 - (ext.maxPoint().x - ext.minPoint().x) / 2, 1e-9);
-  EXPECT_DOUBLE_EQ(att.alignmentPoint().y, 20);
+  EXPECT_EQ(att.widthFactor(), 0.8);
+  // Its alignment point lies half its width left of its position.
+  EXPECT_TRUE(att.alignmentPoint().isEqualTo({10 - (ext.maxPoint().x - ext.minPoint().x) / 2, 20, 0}));
 }
 
 }  // namespace
