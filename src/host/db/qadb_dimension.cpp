@@ -81,6 +81,13 @@ Qa::ErrorStatus QaDbDimension::setNormal(const QaGeVector3d& n) {
   return Qa::eOk;
 }
 
+QaGeMatrix3d QaDbDimension::blockPlacement() const {
+  // The insertion point has been moved along with the other points; the block is drawn
+  // at where it stood when the block was made, then under the transforms since.
+  QaGePoint3d original = blockTransform_.inverse() * blockInsertionPoint();
+  return blockTransform_ * QaGeMatrix3d::translation(original.asVector());
+}
+
 Qa::ErrorStatus QaDbDimension::transformBy(const QaGeMatrix3d& m) {
   assertWriteEnabled();
   for (QaGePoint3d& p : points_) p = m * p;
@@ -93,8 +100,7 @@ Qa::ErrorStatus QaDbDimension::transformBy(const QaGeMatrix3d& m) {
 Qa::ErrorStatus QaDbDimension::getGeomExtents(QaDbExtents& ext) const {
   ext.reset();
   if (auto* btr = QaDbBlockTableRecord::cast(block_.rawObject()); btr && !btr->isErased()) {
-    // The block is drawn at its insertion point (group 12) in the dimension's plane.
-    QaGeMatrix3d m = blockTransform_ * QaGeMatrix3d::translation(blockInsertionPoint().asVector());
+    QaGeMatrix3d m = blockPlacement();
     for (QaDbObjectId id : btr->entityIds()) {
       auto* ent = QaDbEntity::cast(id.rawObject());
       if (ent == nullptr || ent->isErased()) continue;
@@ -135,7 +141,7 @@ Qa::ErrorStatus QaDbDimension::getGeomExtents(QaDbExtents& ext) const {
 Qa::ErrorStatus QaDbDimension::explode(std::vector<std::unique_ptr<QaDbEntity>>& out) const {
   auto* btr = QaDbBlockTableRecord::cast(block_.rawObject());
   if (btr == nullptr) return Qa::eNotApplicable;
-  QaGeMatrix3d m = blockTransform_ * QaGeMatrix3d::translation(blockInsertionPoint().asVector());
+  QaGeMatrix3d m = blockPlacement();
   for (QaDbObjectId id : btr->entityIds()) {
     auto* ent = QaDbEntity::cast(id.rawObject());
     if (ent == nullptr || ent->isErased()) continue;

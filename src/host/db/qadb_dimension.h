@@ -54,6 +54,9 @@ class QaDbDimension : public QaDbEntity {
 
   // What has been applied to the definition points since the block was made.
   const QaGeMatrix3d& blockTransform() const { return blockTransform_; }
+  // Where the block's contents are drawn: at the block insertion point (group 12), under
+  // blockTransform().
+  QaGeMatrix3d blockPlacement() const;
 
   Qa::ErrorStatus transformBy(const QaGeMatrix3d& m) override;
   // The block's contents under blockTransform(); without a block, the box of the
