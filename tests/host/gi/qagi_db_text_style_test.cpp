@@ -56,11 +56,9 @@ TEST(QaGiDbTextStyle, FillsTheMeasurerFromTheStyleRecord) {
   // A TrueType typeface kept with the style names the font better than its file.
   ASSERT_EQ(fromQaDbTextStyle(addStyle(db, L"TT", L"arial.ttf", 0.0, 1.0, L"DejaVu Sans"), style), Qa::eOk);
   EXPECT_EQ(style.measuringFontFile(), std::filesystem::path(kDejaVuSans));
-}
 
-TEST(QaGiDbTextStyle, AnIdThatIsNoTextStyleLeavesTheMeasurerAlone) {
-  QaDbDatabase db;
-  QaGiTextStyle style = pinned(kDejaVuSans, 3.0, 0.9);
+  // An id that is no text style leaves the measurer alone.
+  style = pinned(kDejaVuSans, 3.0, 0.9);
   EXPECT_EQ(fromQaDbTextStyle(QaDbObjectId(), style), Qa::eNullObjectId);
   QaDbLayerTable* layers = nullptr;
   ASSERT_EQ(db.getSymbolTable(layers, QaDb::kForRead), Qa::eOk);
