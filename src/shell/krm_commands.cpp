@@ -1,5 +1,7 @@
 #include "shell/krm_commands.h"
 
+#include "shell/bom_card_export.h"
+
 #include "host/db/qadb_block_reference.h"
 #include "host/db/qadb_block_table_record.h"
 #include "host/db/qadb_open.h"
@@ -42,9 +44,9 @@ int KrmCardEdit() {
   return KrmRunFramed([] { return 0; });
 }
 
-// A card from the drawing's bill of materials: comes with the export subsystem.
+// A card from the drawing's bill of materials (bom_card_export.h).
 int KrmBomCardExp() {
-  return KrmRunFramed([] { return 0; });
+  return KrmRunFramed([] { return KrmBomCardExpRun(); });
 }
 
 std::wstring KrmStripBlockPrefix(const std::wstring& name) {

@@ -5,7 +5,7 @@
 //
 // The dialog commands end after their framing until the subsystems behind them exist:
 // KrmMakeTbl and KrmMakeCard (template authoring), KrmCreateCard (library and editor),
-// KrmCardEdit (re-edit), KrmBomCardExp (bill-of-materials export).
+// KrmCardEdit (re-edit). KrmBomCardExp runs the bill-of-materials export.
 #pragma once
 
 #include "host/db/qadb_object_id.h"

@@ -18,8 +18,8 @@ constexpr double kTitleX = 235, kTitleY = 5;
 constexpr double kTitleW = 180, kTitleRow = 14;
 // Rows of the bill of materials above it.
 constexpr double kBomRowHeight = 7;
-constexpr double kBomColumns[] = {8, 40, 44, 8, 38, 12, 30};
-constexpr const wchar_t* kBomTags[] = {L"序号", L"代号", L"名称", L"数量", L"材料", L"单重", L"备注"};
+constexpr double kBomColumns[] = {8, 36, 40, 8, 32, 12, 12, 32};
+constexpr const wchar_t* kBomTags[] = {L"序号", L"代号", L"名称", L"数量", L"材料", L"单重", L"总重", L"备注"};
 
 FormCell cell(const wchar_t* tag, double x0, double y0, double x1, double y1, double height,
               const wchar_t* align = L"CENTER") {
@@ -94,7 +94,7 @@ QaDbObjectId bomRowBlock(FormSheet& s) {
   double x = 0;
   for (std::size_t i = 0; i < std::size(kBomColumns); ++i) {
     if (i > 0) s.Line(x, 0, x, kBomRowHeight);
-    const bool left = i == 1 || i == 2 || i == 6;
+    const bool left = i == 1 || i == 2 || i == 7;
     cells.push_back(cell(kBomTags[i], x, 0, x + kBomColumns[i], kBomRowHeight, 2.5, left ? L"" : L"CENTER"));
     x += kBomColumns[i];
   }
@@ -186,14 +186,14 @@ AssemblySheet SampleOutputShaftSheet() {
                  {L"设计", L"张伟"},      {L"审核", L"李强"},        {L"工艺", L"王芳"},
                  {L"批准", L"赵敏"}};
   sheet.parts = {
-      {L"1", L"XH-01-01", L"输出轴", L"1", L"45", L"2.35", L"调质 220~250HB"},
-      {L"2", L"XH-01-02", L"大齿轮 m3 z38", L"1", L"40Cr", L"3.80", L""},
-      {L"3", L"GB/T 276-2013", L"深沟球轴承 6206", L"2", L"GCr15", L"0.20", L"外购"},
-      {L"4", L"XH-01-03", L"轴套", L"1", L"Q235", L"0.21", L""},
-      {L"5", L"GB/T 1096-2003", L"平键 10×8×32", L"1", L"45", L"0.02", L""},
-      {L"6", L"XH-01-04", L"轴承端盖", L"1", L"HT200", L"0.95", L""},
-      {L"7", L"GB/T 5783-2016", L"六角头螺栓 M8×20", L"6", L"8.8级", L"0.01", L"镀锌"},
-      {L"8", L"XH-01-05", L"骨架油封 30×52×7", L"1", L"丁腈橡胶", L"0.01", L"外购"},
+      {L"1", L"XH-01-01", L"输出轴", L"1", L"45", L"2.35", L"2.35", L"调质"},
+      {L"2", L"XH-01-02", L"大齿轮 m3 z38", L"1", L"40Cr", L"3.80", L"3.80", L""},
+      {L"3", L"GB/T 276-2013", L"深沟球轴承 6206", L"2", L"GCr15", L"0.20", L"0.40", L"外购"},
+      {L"4", L"XH-01-03", L"轴套", L"1", L"Q235", L"0.21", L"0.21", L""},
+      {L"5", L"GB/T 1096-2003", L"平键 10×8×32", L"1", L"45", L"0.02", L"0.02", L""},
+      {L"6", L"XH-01-04", L"轴承端盖", L"1", L"HT200", L"0.95", L"0.95", L""},
+      {L"7", L"GB/T 5783-2016", L"六角头螺栓 M8×20", L"6", L"8.8级", L"0.01", L"0.06", L"镀锌"},
+      {L"8", L"XH-01-05", L"骨架油封 30×52×7", L"1", L"丁腈橡胶", L"0.01", L"0.01", L"外购"},
   };
   return sheet;
 }
@@ -204,11 +204,11 @@ AssemblySheet SampleCoverSheet() {
                  {L"比例", L"1:5"},          {L"重量", L"21.4"},       {L"设计", L"陈晨"},
                  {L"审核", L"李强"},        {L"批准", L"赵敏"}};
   sheet.parts = {
-      {L"1", L"XH-02-01", L"箱盖", L"1", L"HT200", L"18.60", L""},
-      {L"2", L"XH-02-02", L"窥视孔盖", L"1", L"Q235", L"0.45", L""},
-      {L"3", L"XH-02-03", L"通气器", L"1", L"Q235", L"0.12", L""},
-      {L"4", L"GB/T 5783-2016", L"六角头螺栓 M6×16", L"4", L"8.8级", L"0.01", L"镀锌"},
-      {L"5", L"GB/T 117-2000", L"圆锥销 8×35", L"2", L"35", L"0.02", L""},
+      {L"1", L"XH-02-01", L"箱盖", L"1", L"HT200", L"18.60", L"18.60", L""},
+      {L"2", L"XH-02-02", L"窥视孔盖", L"1", L"Q235", L"0.45", L"0.45", L""},
+      {L"3", L"XH-02-03", L"通气器", L"1", L"Q235", L"0.12", L"0.12", L""},
+      {L"4", L"GB/T 5783-2016", L"六角头螺栓 M6×16", L"4", L"8.8级", L"0.01", L"0.04", L"镀锌"},
+      {L"5", L"GB/T 117-2000", L"圆锥销 8×35", L"2", L"35", L"0.02", L"0.04", L""},
   };
   return sheet;
 }
@@ -227,8 +227,8 @@ QaDbObjectId DrawAssemblySheet(QaDbDatabase& db, const QaGePoint3d& origin, cons
   for (std::size_t i = 0; i < sheet.parts.size(); ++i) {
     const BomLine& part = sheet.parts[i];
     const QaDbObjectId ref = s.Insert(row, kTitleX, headY + (i + 1) * kBomRowHeight);
-    const std::wstring* fields[] = {&part.number, &part.code, &part.name, &part.quantity,
-                                    &part.material, &part.weight, &part.note};
+    const std::wstring* fields[] = {&part.number, &part.code,   &part.name,  &part.quantity,
+                                    &part.material, &part.weight, &part.total, &part.note};
     for (std::size_t k = 0; k < std::size(fields); ++k) s.SetAttribute(ref, kBomTags[k], *fields[k]);
   }
   drawOutline(s);

@@ -29,6 +29,7 @@ struct BomLine {
   std::wstring quantity;  // 数量
   std::wstring material;  // 材料
   std::wstring weight;    // 单重
+  std::wstring total;     // 总重
   std::wstring note;      // 备注
 };
 
