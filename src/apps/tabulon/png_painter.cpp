@@ -6,10 +6,12 @@
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRawFont>
 
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <memory>
 #include <numbers>
 
@@ -45,28 +47,83 @@ QString toQString(const std::wstring& text) { return QString::fromStdString(tabu
 // that sizes far from whole pixels keep their proportions.
 constexpr double kGlyphPixels = 100.0;
 
-void paintText(QPainter& painter, const RenderText& text) {
-  QFont font(toQString(text.fontFamily));
-  font.setPixelSize(static_cast<int>(kGlyphPixels));
-  const QFontMetricsF metrics(font);
-  const QString shown = toQString(text.text);
-  const double advance = metrics.horizontalAdvance(shown);
+// A font of the scene and what it lacks: some fonts map a character to a glyph without
+// outline (WenQuanYi Micro Hei does so for "℃"); such characters are set in a fallback
+// font instead of leaving a gap.
+class TextFonts {
+ public:
+  explicit TextFonts(const QString& family) : primary_(family), fallback_(QStringLiteral("DejaVu Sans")) {
+    primary_.setPixelSize(static_cast<int>(kGlyphPixels));
+    fallback_.setPixelSize(static_cast<int>(kGlyphPixels));
+    raw_ = QRawFont::fromFont(primary_);
+  }
+  const QFont& primary() const { return primary_; }
+  const QFont& fallback() const { return fallback_; }
+
+  bool blank(char32_t c) {
+    auto it = blank_.find(c);
+    if (it != blank_.end()) return it->second;
+    bool empty = false;
+    if (raw_.isValid() && !QChar::isSpace(c)) {
+      const QString one = QString::fromUcs4(&c, 1);
+      const auto glyphs = raw_.glyphIndexesForString(one);
+      empty = !glyphs.isEmpty() && glyphs.front() != 0 && raw_.pathForGlyph(glyphs.front()).isEmpty();
+    }
+    return blank_[c] = empty;
+  }
+
+ private:
+  QFont primary_;
+  QFont fallback_;
+  QRawFont raw_;
+  std::map<char32_t, bool> blank_;
+};
+
+struct TextRun {
+  QString text;
+  bool fallback = false;
+};
+
+std::vector<TextRun> splitRuns(const std::wstring& text, TextFonts& fonts) {
+  std::vector<TextRun> runs;
+  for (wchar_t wc : text) {
+    const char32_t c = static_cast<char32_t>(wc);
+    const bool fallback = fonts.blank(c);
+    if (runs.empty() || runs.back().fallback != fallback) runs.push_back({QString(), fallback});
+    runs.back().text += QString::fromUcs4(&c, 1);
+  }
+  return runs;
+}
+
+void paintText(QPainter& painter, const RenderText& text, std::map<std::wstring, TextFonts>& fontCache) {
+  auto it = fontCache.find(text.fontFamily);
+  if (it == fontCache.end()) it = fontCache.emplace(text.fontFamily, TextFonts(toQString(text.fontFamily))).first;
+  TextFonts& fonts = it->second;
+  const auto runs = splitRuns(text.text, fonts);
+  const QFontMetricsF primaryMetrics(fonts.primary());
+  const QFontMetricsF fallbackMetrics(fonts.fallback());
+  double advance = 0.0;
+  for (const auto& run : runs)
+    advance += (run.fallback ? fallbackMetrics : primaryMetrics).horizontalAdvance(run.text);
   const double unit = text.fontSize / kGlyphPixels;  // drawing units per glyph pixel
   double stretch = text.widthFactor;
   if (text.fitLength > 0.0 && advance > 0.0) stretch = text.fitLength / (advance * unit);
-  double start = 0.0;
+  double x = 0.0;
   if (text.fitLength <= 0.0) {
-    if (text.anchor == RenderText::Anchor::Middle) start = -advance / 2.0;
-    if (text.anchor == RenderText::Anchor::End) start = -advance;
+    if (text.anchor == RenderText::Anchor::Middle) x = -advance / 2.0;
+    if (text.anchor == RenderText::Anchor::End) x = -advance;
   }
   painter.save();
   painter.translate(text.position.x, -text.position.y);
   painter.rotate(-text.rotation * 180.0 / std::numbers::pi);
   if (std::abs(text.oblique) > 1e-9) painter.shear(-std::tan(text.oblique), 0.0);
   painter.scale(unit * stretch, unit);
-  painter.setFont(font);
   painter.setPen(toQColor(text.color));
-  painter.drawText(QPointF(start, 0.0), shown);
+  for (const auto& run : runs) {
+    painter.setFont(run.fallback ? fonts.fallback() : fonts.primary());
+    painter.drawText(QPointF(x, 0.0), run.text);
+    x += (run.fallback ? fallbackMetrics : primaryMetrics).horizontalAdvance(run.text);
+  }
   painter.restore();
 }
 
@@ -90,6 +147,7 @@ bool PaintPng(const RenderScene& scene, const SvgOptions& options, const std::fi
     // SVG coordinates (y down, in drawing units) onto pixels.
     painter.scale(frame.pixelWidth / frame.width, frame.pixelHeight / frame.height);
     painter.translate(-frame.minX, -frame.minY);
+    std::map<std::wstring, TextFonts> fonts;
     for (const auto& item : scene.items) {
       if (const auto* p = std::get_if<RenderPath>(&item)) {
         QPainterPath qpath;
@@ -114,7 +172,7 @@ bool PaintPng(const RenderScene& scene, const SvgOptions& options, const std::fi
         painter.setPen(QPen(toQColor(c->color), StrokeWidth(frame, c->lineWeight, 0.0)));
         painter.drawEllipse(QPointF(c->center.x, -c->center.y), c->radius, c->radius);
       } else if (const auto* t = std::get_if<RenderText>(&item)) {
-        paintText(painter, *t);
+        paintText(painter, *t, fonts);
       }
     }
   }

@@ -47,9 +47,28 @@ bool showsAnything(const std::wstring& text) { return text.find_first_not_of(L" 
 }  // namespace
 
 std::wstring ShownText(const std::wstring& text) {
+  // Drawing files write control characters in caret form ("^J" for a line feed); they
+  // show nothing, and "^ " is a caret itself.
+  std::wstring plain;
+  plain.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == L'^' && i + 1 < text.size()) {
+      const wchar_t next = text[i + 1];
+      if (next == L' ') {
+        plain += L'^';
+        ++i;
+        continue;
+      }
+      if (next >= L'@' && next <= L'_') {
+        ++i;
+        continue;
+      }
+    }
+    plain += text[i];
+  }
   std::wstring out;
-  out.reserve(text.size());
-  tabulon::gi::visitShownCharacters(text, false, text.size(), [&](std::size_t, char32_t shown) {
+  out.reserve(plain.size());
+  tabulon::gi::visitShownCharacters(plain, false, plain.size(), [&](std::size_t, char32_t shown) {
     if (shown != tabulon::gi::kShowsNothing) out += static_cast<wchar_t>(shown);
   });
   return out;

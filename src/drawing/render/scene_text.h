@@ -16,7 +16,8 @@ class QaDbMText;
 namespace tabulon::render {
 
 // What a text string shows: control codes such as %%d read as the characters they
-// stand for, codes that show nothing dropped.
+// stand for; codes that show nothing, control characters and their caret form ("^J")
+// dropped.
 std::wstring ShownText(const std::wstring& text);
 
 // Font em per unit of capital height for a text style (cached by the caller).

@@ -172,6 +172,21 @@ TEST(SceneBuilder, RotatedAndStretchedReferenceCarriesItsTexts) {
   EXPECT_NEAR(texts[0].height, 2.0, 1e-9);
 }
 
+TEST(SceneBuilder, ShownTextReadsControlCodesAndCaretForms) {
+  struct Case {
+    const wchar_t* stored;
+    const wchar_t* shown;
+  } cases[] = {
+      {L"调质^J", L"调质"},           // a line feed as a file writes it
+      {L"a^ b", L"a^b"},              // caret, blank: a caret
+      {L"x\r\ny", L"xy"},
+      {L"%%p0.1", L"\u00b10.1"},
+      {L"100%%%", L"100%"},
+      {L"^", L"^"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(ShownText(c.stored), c.shown) << c.stored;
+}
+
 TEST(SceneBuilder, MultiLineTextStacksItsParagraphsFromTheAttachmentPoint) {
   TestDrawing d;
   auto m = std::make_unique<QaDbMText>();
