@@ -217,3 +217,16 @@ Qa::ErrorStatus QaDbHatch::getGeomExtents(QaDbExtents& ext) const {
   }
   return ext.isEmpty() ? Qa::eInvalidExtents : Qa::eOk;
 }
+
+void QaDbHatch::remapIds(const QaDbIdMapping& mapping, const QaDbDatabase* target) {
+  QaDbEntity::remapIds(mapping, target);
+  for (QaDbHatchLoop& loop : loops_) {
+    std::vector<QaDbObjectId> kept;
+    for (QaDbObjectId id : loop.sourceIds) {
+      QaDbObjectId m = mapping.destinationOf(id);
+      if (!m.isNull()) kept.push_back(m);
+      else if (id.database() == target) kept.push_back(id);
+    }
+    loop.sourceIds = std::move(kept);
+  }
+}

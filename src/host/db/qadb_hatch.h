@@ -99,6 +99,9 @@ class QaDbHatch : public QaDbEntity {
   // The box of all loops (arcs by their true box, splines by their control points).
   Qa::ErrorStatus getGeomExtents(QaDbExtents& ext) const override;
 
+  // Boundary objects follow their copies; those of another drawing are dropped.
+  void remapIds(const QaDbIdMapping& mapping, const QaDbDatabase* target) override;
+
  private:
   std::wstring patternName_ = L"SOLID";
   int patternType_ = kPreDefined;

@@ -214,6 +214,25 @@ TEST_F(CopyFixture, DeepCloneWithinADrawingSharesRecords) {
   EXPECT_EQ(table->numRecords(), 3);
 }
 
+TEST(QaDbCopy, HatchBoundaryIdsFollowTheirCopies) {
+  QaDbDatabase src;
+  QaDbObjectId border = append(src, std::make_unique<QaDbCircle>(QaGePoint3d(), QaGeVector3d::kZAxis, 1.0));
+  QaDbObjectId outside = append(src, std::make_unique<QaDbLine>());
+  auto hatch = std::make_unique<QaDbHatch>();
+  QaDbHatchLoop loop;
+  loop.flags = QaDbHatchLoop::kPolyline;
+  loop.vertices = {{0, 0}, {1, 0}, {1, 1}};
+  loop.sourceIds = {border, outside};
+  hatch->appendLoop(loop);
+  QaDbObjectId hatchId = append(src, std::move(hatch));
+  QaDbDatabase dst;
+  QaDbIdMapping mapping;
+  ASSERT_EQ(src.wblockCloneObjects({border, hatchId}, dst.modelSpaceId(), mapping, QaDb::kDrcIgnore), Qa::eOk);
+  auto* copy = QaDbHatch::cast(mapping.destinationOf(hatchId).rawObject());
+  ASSERT_NE(copy, nullptr);
+  EXPECT_EQ(copy->loopAt(0).sourceIds, std::vector<QaDbObjectId>{mapping.destinationOf(border)});
+}
+
 TEST(QaDbCopy, AnonymousBlocksGetAFreeName) {
   QaDbDatabase src;
   QaDbDatabase dst;
