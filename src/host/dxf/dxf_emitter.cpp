@@ -82,7 +82,8 @@ void DxfEmitter::writeKept(const DxfTag& tag) {
 }
 
 void DxfEmitter::flushKept() {
-  if (!original_.valid()) return;
+  // A flat (R12) original has no subclasses: what is left goes out at finish().
+  if (!original_.valid() || flat_) return;
   if (const Segment* s = current()) {
     for (std::size_t i = s->begin; i < s->end; ++i)
       if (!codes::contains(currentModelled_, original_.tags[i].code)) writeKept(original_.tags[i]);

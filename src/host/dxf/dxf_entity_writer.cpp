@@ -57,6 +57,7 @@ void dxfWriteEntityHead(DxfEmitter& e, const QaDbEntity& entity, QaDbObjectId ow
   // A colour index that changed takes the place of any true colour.
   bool colorChanged = false;
   e.subclass("AcDbEntity", codes::kCommon);
+  if (e.flatOriginal()) e.addModelled({5});  // an R12 handle may stand anywhere in the body
   if (const DxfTag* c = e.originalTag(62)) colorChanged = dxfParseInt(c->value).value_or(256) != entity.colorIndex();
   else colorChanged = entity.colorIndex() != 256 && e.original().valid();
   if (colorChanged) e.addModelled({420, 430});

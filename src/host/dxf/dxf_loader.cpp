@@ -452,6 +452,14 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
   }
 
   DxfObjectFrame frame = dxfReadFrame(raw.tags);
+  if (ctx_.flat() && frame.handle == 0) {
+    // R12 writers put the handle of an entity anywhere among its tags.
+    for (std::size_t i = frame.bodyBegin; i < frame.xdataBegin; ++i)
+      if (raw.tags[i].code == 5) {
+        frame.handle = dxfParseHandle(raw.tags[i].value).value_or(0);
+        break;
+      }
+  }
   DxfEntityRead read;
   dxfReadEntity(ctx_, raw.tags, frame, read);
   if (type == "INSERT") read.entity->setDxfRecord(std::make_unique<DxfInsertRecord>(source_, raw.span));

@@ -150,6 +150,9 @@ std::unique_ptr<QaDbEntity> dxfReadTextEntity(const DxfReadContext& ctx, std::st
       QaDbMText m;
       f.mtext.apply(ctx, m);
       att->setMTextAttribute(m);
+      // The text of a multi-line attribute is its embedded text (the single-line
+      // value in the file is at most its first line; it stays in the original tags).
+      att->setTextString(m.contents());
     }
   } else if (auto* def = QaDbAttributeDefinition::cast(text.get())) {
     if (!f.tag.empty()) def->setTag(f.tag);
@@ -161,6 +164,7 @@ std::unique_ptr<QaDbEntity> dxfReadTextEntity(const DxfReadContext& ctx, std::st
       QaDbMText m;
       f.mtext.apply(ctx, m);
       def->setMTextAttributeDefinition(m);
+      def->setTextString(m.contents());
     }
   }
   if (f.embedded && !f.mtext.style.empty()) {

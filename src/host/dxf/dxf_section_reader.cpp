@@ -6,7 +6,7 @@ namespace tabulon::dxf {
 
 DxfSectionReader::DxfSectionReader(const DxfSource& source, DxfAuditReport& report)
     : source_(source), report_(report), reader_(source.bytes(), source.fileName()) {
-  if (dxfTrim(source.bytes()).empty())
+  if (source.bytes().find_first_not_of(" \t\r\n") == std::string_view::npos)
     throw DxfError(source.fileName(), source.bytes().empty() ? 0 : 1, DxfError::kNoGroupCode,
                    "the file is empty");
 }

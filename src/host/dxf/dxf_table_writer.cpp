@@ -11,6 +11,8 @@
 #include "host/dxf/dxf_r12_subclasses.h"
 #include "host/dxf/dxf_read_context.h"
 
+#include <set>
+
 namespace tabulon::dxf {
 
 namespace {
@@ -160,6 +162,27 @@ void writeTable(DxfWriteContext& ctx, std::string_view name, QaDbObjectId tableI
   }
   e.finish();
   for (const auto* rec : records) writeRecord(ctx, *rec);
+  if (name == "APPID") {
+    // Every application of extended data has its record, also one that came
+    // with an object copied in from another drawing.
+    std::set<std::wstring> missing;
+    auto* apps = QaDbRegAppTable::cast(table);
+    for (QaDbObjectId id : ctx.db().objectIds()) {
+      QaDbObject* o = id.rawObject();
+      if (!o || id.isErased()) continue;
+      for (const auto& app : o->allXData())
+        if (!apps->has(app.appName)) missing.insert(app.appName);
+    }
+    for (const auto& app : missing) {
+      w.write(0, "APPID");
+      w.writeHandle(5, ctx.newHandle());
+      w.writeHandle(330, table->handle().value());
+      w.write(100, "AcDbSymbolTableRecord");
+      w.write(100, "AcDbRegAppTableRecord");
+      w.write(2, ctx.encode(app));
+      w.writeInt(70, 0);
+    }
+  }
   w.write(0, "ENDTAB");
 }
 

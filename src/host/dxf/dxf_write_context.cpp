@@ -19,7 +19,7 @@ bool isPointerCode(int code) {
 
 DxfWriteContext::DxfWriteContext(const QaDbDatabase& db, DxfTagWriter& writer, DxfVersion version,
                                  std::uint64_t firstFreeHandle)
-    : db_(db), writer_(writer), version_(version), codec_(targetCodePage(db, version)), nextHandle_(firstFreeHandle) {}
+    : db_(db), writer_(writer), version_(version), codec_(targetCodePage(db, version)), nextHandle_(firstFreeHandle), firstFree_(firstFreeHandle) {}
 
 std::uint64_t DxfWriteContext::newHandle() {
   while (claimed_.count(nextHandle_)) ++nextHandle_;
@@ -28,7 +28,8 @@ std::uint64_t DxfWriteContext::newHandle() {
 }
 
 bool DxfWriteContext::claim(std::uint64_t handle) {
-  if (handle == 0 || !db_.objectIdFromHandle(QaDbHandle(handle)).isNull()) return false;
+  // Only handles below the database's seed: those above are the writer's to give.
+  if (handle == 0 || handle >= firstFree_ || !db_.objectIdFromHandle(QaDbHandle(handle)).isNull()) return false;
   return claimed_.insert(handle).second;
 }
 

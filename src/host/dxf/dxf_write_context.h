@@ -73,6 +73,7 @@ class DxfWriteContext {
   DxfVersion version_;
   DxfTextCodec codec_;
   std::uint64_t nextHandle_;
+  std::uint64_t firstFree_;
   std::unordered_set<std::uint64_t> claimed_;
 };
 

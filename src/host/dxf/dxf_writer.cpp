@@ -35,6 +35,7 @@ std::uint64_t partHandleBudget(const QaDbDatabase& db) {
   for (QaDbObjectId id : db.objectIds()) {
     QaDbObject* o = id.rawObject();
     if (!o) continue;
+    n += o->allXData().size();  // an application record the APPID table may lack
     if (QaDbBlockTableRecord::cast(o)) n += 2;
     else if (auto* p = QaDb2dPolyline::cast(o)) n += p->numVerts() + 1;
     else if (QaDbBlockReference::cast(o)) n += 1;
@@ -201,6 +202,11 @@ void dxfWrite(const QaDbDatabase& db, DxfSink& sink, const DxfWriteOptions& opti
 }
 
 void dxfSaveFile(const QaDbDatabase& db, const std::filesystem::path& path, const DxfWriteOptions& options) {
+  dxfSaveFile(db, path, options, [](const std::filesystem::path& temp) { return std::make_unique<DxfFileSink>(temp); });
+}
+
+void dxfSaveFile(const QaDbDatabase& db, const std::filesystem::path& path, const DxfWriteOptions& options,
+                 const DxfSinkFactory& makeSink) {
   if (path == "-") {
     DxfFileSink sink(stdout, "<stdout>");
     dxfWrite(db, sink, options);
@@ -212,8 +218,8 @@ void dxfSaveFile(const QaDbDatabase& db, const std::filesystem::path& path, cons
   std::filesystem::path temp = dir / ("." + target.filename().string() + ".tmp" + std::to_string(rd() % 1000000));
   try {
     {
-      DxfFileSink sink(temp);
-      dxfWrite(db, sink, options);
+      std::unique_ptr<DxfSink> sink = makeSink(temp);
+      dxfWrite(db, *sink, options);
     }
     if (std::rename(temp.c_str(), target.c_str()) != 0)
       throw DxfError(target.string(), 0, DxfError::kNoGroupCode,

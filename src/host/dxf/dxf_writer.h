@@ -6,6 +6,8 @@
 #include "host/dxf/dxf_version.h"
 
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <optional>
 
 class QaDbDatabase;
@@ -27,5 +29,11 @@ void dxfWrite(const QaDbDatabase& db, DxfSink& sink, const DxfWriteOptions& opti
 // only when complete: a failed save leaves an existing file as it was. "-"
 // writes to standard output.
 void dxfSaveFile(const QaDbDatabase& db, const std::filesystem::path& path, const DxfWriteOptions& options = {});
+
+// As above, with the sink of the temporary file made by `makeSink` (so that
+// tests can make the writing fail half-way).
+using DxfSinkFactory = std::function<std::unique_ptr<DxfSink>(const std::filesystem::path& temp)>;
+void dxfSaveFile(const QaDbDatabase& db, const std::filesystem::path& path, const DxfWriteOptions& options,
+                 const DxfSinkFactory& makeSink);
 
 }  // namespace tabulon::dxf
