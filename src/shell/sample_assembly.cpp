@@ -58,7 +58,9 @@ QaDbObjectId titleBlock(FormSheet& s) {
   s.DrawInto(id);
   const double h = 4 * kTitleRow;
   s.Box(0, 0, kTitleW, h, true);
-  for (double x : {18.0, 58.0, 76.0}) s.Line(x, 0, x, h);
+  s.Line(18, 0, 18, h);
+  s.Line(58, 0, 58, h);
+  s.Line(76, kTitleRow, 76, h);  // the sheet count spans the last row
   s.Line(118, 0, 118, h, true);
   for (int r = 1; r < 4; ++r) s.Line(0, r * kTitleRow, 118, r * kTitleRow);
   s.Line(118, kTitleRow, kTitleW, kTitleRow);
@@ -124,8 +126,44 @@ void balloon(FormSheet& s, const wchar_t* number, double px, double py, double b
   s.Label(number, bx - r, by - r, bx + r, by + r, 4.0);
 }
 
+// Front view and top view of the gearbox cover with its inspection cover and breather.
+void drawCoverOutline(FormSheet& s) {
+  // Front view: flange, body, inspection cover, breather.
+  s.LineOn(kLayerCentre, 140, 95, 140, 265);
+  const double body[][2] = {{50, 110}, {230, 110}, {230, 135}, {210, 135}, {190, 225}, {90, 225}, {70, 135}, {50, 135}};
+  for (std::size_t i = 0; i < std::size(body); ++i) {
+    const auto& a = body[i];
+    const auto& b = body[(i + 1) % std::size(body)];
+    s.LineOn(kLayerDrawing, a[0], a[1], b[0], b[1]);
+  }
+  s.LineOn(kLayerDrawing, 110, 225, 110, 233);
+  s.LineOn(kLayerDrawing, 110, 233, 170, 233);
+  s.LineOn(kLayerDrawing, 170, 233, 170, 225);
+  s.LineOn(kLayerDrawing, 135, 233, 135, 245);
+  s.LineOn(kLayerDrawing, 135, 245, 145, 245);
+  s.LineOn(kLayerDrawing, 145, 245, 145, 233);
+  for (double x : {62.0, 218.0}) {
+    s.LineOn(kLayerThin, x - 4, 110, x - 4, 135);
+    s.LineOn(kLayerThin, x + 4, 110, x + 4, 135);
+    s.LineOn(kLayerCentre, x, 105, x, 140);
+  }
+  // Top view: the flange outline with bolt holes and the two bearing bores.
+  s.LineOn(kLayerCentre, 245, 205, 415, 205);
+  s.Box(255, 140, 405, 270);
+  for (double x : {270.0, 330.0, 390.0})
+    for (double y : {152.0, 258.0}) s.CircleOn(kLayerDrawing, x, y, 5);
+  s.LineOn(kLayerCentre, 300, 150, 300, 260);
+  s.LineOn(kLayerCentre, 365, 150, 365, 260);
+  s.CircleOn(kLayerDrawing, 300, 205, 34);
+  s.CircleOn(kLayerDrawing, 365, 205, 26);
+  balloon(s, L"1", 80, 180, 60, 255);
+  balloon(s, L"2", 150, 230, 120, 262);
+  balloon(s, L"3", 140, 242, 160, 270);
+  balloon(s, L"4", 218, 125, 235, 255);
+}
+
 // Section of the output shaft with its gear and bearings, and an end view.
-void drawOutline(FormSheet& s) {
+void drawShaftOutline(FormSheet& s) {
   const double cy = 170;
   s.LineOn(kLayerCentre, 42, cy, 222, cy);
   s.LineOn(kLayerCentre, 144, 100, 144, 240);
@@ -210,6 +248,7 @@ AssemblySheet SampleCoverSheet() {
       {L"4", L"GB/T 5783-2016", L"六角头螺栓 M6×16", L"4", L"8.8级", L"0.01", L"0.04", L"镀锌"},
       {L"5", L"GB/T 117-2000", L"圆锥销 8×35", L"2", L"35", L"0.02", L"0.04", L""},
   };
+  sheet.outline = AssemblySheet::Outline::Cover;
   return sheet;
 }
 
@@ -231,7 +270,10 @@ QaDbObjectId DrawAssemblySheet(QaDbDatabase& db, const QaGePoint3d& origin, cons
                                     &part.material, &part.weight, &part.total, &part.note};
     for (std::size_t k = 0; k < std::size(fields); ++k) s.SetAttribute(ref, kBomTags[k], *fields[k]);
   }
-  drawOutline(s);
+  if (sheet.outline == AssemblySheet::Outline::Cover)
+    drawCoverOutline(s);
+  else
+    drawShaftOutline(s);
   return frameRef;
 }
 

@@ -36,8 +36,10 @@ struct BomLine {
 // The title block's fields by tag (图样代号, 图样名称, 单位名称, 材料, 比例, 重量, 设计,
 // 审核, 工艺, 批准), and the parts.
 struct AssemblySheet {
+  enum class Outline { OutputShaft, Cover };
   std::vector<std::pair<std::wstring, std::wstring>> title;
   std::vector<BomLine> parts;
+  Outline outline = Outline::OutputShaft;  // what the sheet shows of the assembly
 };
 
 // The output shaft assembly of a gear reducer, and its cover assembly: two sheets

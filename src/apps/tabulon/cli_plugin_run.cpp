@@ -106,6 +106,7 @@ void runPluginCommand(const PluginRun& run) {
   const auto result = session.runCommand(command);
   if (!io.transcript().empty() && io.transcript().back() != L'\n') transcript << "\n";
   if (!result) throw CliError("the command " + run.command + " failed");
+  if (run.commandResult) *run.commandResult = *result;
 
   QaDbDatabase* db = doc->database();
   if (toStdout) {

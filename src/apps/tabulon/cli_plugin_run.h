@@ -14,6 +14,7 @@ struct PluginRun {
   std::vector<std::string> answers;  // one per question, in order (see the input syntax)
   std::string output;                // "" saves in place (when something changed), "-" to standard output
   std::string library;               // card root override, "" for the configured one
+  int* commandResult = nullptr;      // when set, receives the command's answer (1 done, 0 not)
 };
 
 // Runs it; the command-line transcript goes to standard output (to standard error when

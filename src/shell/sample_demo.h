@@ -1,0 +1,43 @@
+// The guided tour of the product, without a window: the sample library, an assembly
+// drawing whose bill of materials becomes a parts list card, and a batch of machining
+// process cards with wrapped operation texts, all in one drawing. The command-line
+// program's `demo` runs it and adds pictures.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tabulon::samples {
+
+struct DemoOptions {
+  std::filesystem::path folder;  // holds library/, config/, assembly.dxf and demo.dxf afterwards
+  // Told about each step as it starts (a line of text, no line end).
+  std::function<void(const std::string&)> progress;
+};
+
+struct DemoCard {
+  std::wstring name;      // card template
+  std::wstring part;      // what it describes
+  int rows = 0;           // records written
+  int pages = 0;          // pages in the drawing
+};
+
+struct DemoResult {
+  std::filesystem::path library;
+  std::filesystem::path drawing;
+  std::filesystem::path options;
+  std::filesystem::path assembly;  // two assembly sheets alone, to try the BOM export on
+  std::vector<DemoCard> cards;  // in the order made
+  int batchPages = 0;           // pages of the process card batch
+  int bomRows = 0;              // rows the bill of materials delivered
+  int entities = 0;             // entities of model space in the saved drawing
+};
+
+// Runs the tour. The process's configuration is pointed at `folder`: the card library
+// override and TABULON_HOME (for options.ini) are set for the rest of the process.
+// Throws std::runtime_error with a message naming what failed.
+DemoResult RunSampleDemo(const DemoOptions& options);
+
+}  // namespace tabulon::samples
