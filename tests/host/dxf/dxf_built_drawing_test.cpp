@@ -125,8 +125,9 @@ for name, g in doc.groups:
       EXPECT_NE(out.find("ATTRIB " + utf8(c.tag) + " " + utf8(c.value)), std::string::npos) << out;
       EXPECT_NE(out.find("ATTDEF " + utf8(c.tag) + " " + utf8(c.prompt) + " " + utf8(c.prompt)), std::string::npos) << out;
     }
-    if (v == DxfVersion::R2018)
+    if (v == DxfVersion::R2018) {
       EXPECT_NE(out.find("ATTRIB REMARK " + utf8(kExampleMultiLine)), std::string::npos) << out;
+    }
     EXPECT_NE(out.find("XDATA CARD-0001"), std::string::npos) << out;
     EXPECT_NE(out.find("MTEXT " + utf8(kExampleMText)), std::string::npos) << out;
     EXPECT_NE(out.find("GROUP *A1 3"), std::string::npos) << out;
