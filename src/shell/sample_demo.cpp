@@ -31,10 +31,11 @@ namespace {
 using tabulon::svc::fromPath;
 using tabulon::svc::toUtf8;
 
-// Where things stand in the drawing: the assembly sheet at the origin, the parts list
-// card to its right, the process cards below.
+// Where things stand in the drawing: two assembly sheets from the origin, the parts list
+// card to their right, the process cards below.
 constexpr double kGap = 10;
-const QaGePoint3d kPartsListPoint(kSheetWidth + kGap, 0, 0);
+const QaGePoint3d kCoverSheetPoint(kSheetWidth + kGap, 0, 0);
+const QaGePoint3d kPartsListPoint(2 * (kSheetWidth + kGap), 0, 0);
 const QaGePoint3d kProcessCardsPoint(0, -210 - kGap, 0);
 
 void tell(const DemoOptions& options, const std::string& step) {
@@ -109,7 +110,7 @@ DemoResult RunSampleDemo(const DemoOptions& options) {
   {
     QaDbDatabase sheets;
     DrawAssemblySheet(sheets, QaGePoint3d(0, 0, 0), SampleOutputShaftSheet());
-    DrawAssemblySheet(sheets, QaGePoint3d(kSheetWidth + kGap, 0, 0), SampleCoverSheet());
+    DrawAssemblySheet(sheets, kCoverSheetPoint, SampleCoverSheet());
     save(sheets, result.assembly);
   }
 
@@ -120,6 +121,7 @@ DemoResult RunSampleDemo(const DemoOptions& options) {
   EnsureFormStyles(db);
 
   DrawAssemblySheet(db, QaGePoint3d(0, 0, 0), SampleOutputShaftSheet());
+  DrawAssemblySheet(db, kCoverSheetPoint, SampleCoverSheet());
 
   tell(options, "making the batch of process cards");
   {
@@ -147,16 +149,22 @@ DemoResult RunSampleDemo(const DemoOptions& options) {
     std::vector<std::wstring> frames;
     KrmBomRow title;
     std::vector<KrmBomRow> rows;
+    // Both frames: selecting nothing takes them all.
+    io.addAnswer(L"");
     if (KrmCollectBomFrames(&db, frames)) KrmCollectBomData(frames, &db, title, rows);
+    result.bomFrames = static_cast<int>(frames.size());
     result.bomRows = static_cast<int>(rows.size());
+    io.addAnswer(L"");
     io.addAnswer(std::to_wstring(kPartsListPoint.x) + L"," + std::to_wstring(kPartsListPoint.y));
     const int before = pageGroups(db);
     const auto done = session.runCommand(L"KrmBomCardExp");
     if (!done || *done != 1)
       throw std::runtime_error("demo: the bill-of-materials export made no card: " + toUtf8(io.printed()));
-    const AssemblySheet sheet = SampleOutputShaftSheet();
-    result.cards.push_back({kPartsListCard, sheet.title[1].second + L" " + sheet.title[0].second, result.bomRows,
-                            pageGroups(db) - before});
+    const AssemblySheet shaft = SampleOutputShaftSheet(), cover = SampleCoverSheet();
+    result.cards.push_back({kPartsListCard,
+                            shaft.title[1].second + L" " + shaft.title[0].second + L" + " + cover.title[1].second +
+                                L" " + cover.title[0].second,
+                            result.bomRows, pageGroups(db) - before});
   }
 
   tell(options, "saving the drawing");

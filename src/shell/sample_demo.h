@@ -31,7 +31,8 @@ struct DemoResult {
   std::filesystem::path assembly;  // two assembly sheets alone, to try the BOM export on
   std::vector<DemoCard> cards;  // in the order made
   int batchPages = 0;           // pages of the process card batch
-  int bomRows = 0;              // rows the bill of materials delivered
+  int bomFrames = 0;            // frames whose bills of materials were read
+  int bomRows = 0;              // rows the bills of materials delivered
   int entities = 0;             // entities of model space in the saved drawing
 };
 

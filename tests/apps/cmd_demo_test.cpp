@@ -54,7 +54,7 @@ TEST_F(Demo, MakesTheLibraryTheCardsAndADrawingThatPassesTheAudit) {
   ASSERT_EQ(result_->exitCode, 0) << result_->output;
   for (const char* line : {"机械加工工艺过程卡片 — 输出轴 XH-01-01: 38 rows on 3 pages",
                            "机械加工工艺过程卡片 — 大齿轮 XH-01-02: 8 rows on 1 page",
-                           "零件明细表 — 输出轴组件 XH-01-00: 8 rows on 1 page",
+                           "零件明细表 — 输出轴组件 XH-01-00 + 箱盖组件 XH-02-00: 13 rows on 1 page",
                            "Process card batch: 4 pages numbered in one run"})
     EXPECT_NE(result_->output.find(line), std::string::npos) << line << "\n" << result_->output;
   for (const char* file : {"library/机械加工工艺过程卡片.crd", "library/零件明细表.crd", "library/工艺过程卡首页.dxf",
@@ -80,7 +80,7 @@ root = ET.parse(sys.argv[1]).getroot()
 ns = '{http://www.w3.org/2000/svg}'
 texts = [t.text for t in root.iter(ns + 'text')]
 x, y, w, h = map(float, root.get('viewBox').split())
-print(w > 1200, h > 500, '机械加工工艺过程卡片' in texts, '零件明细表' in texts, 'XH-01-00' in texts)
+print(w > 1200, h > 500, '机械加工工艺过程卡片' in texts, '零件明细表' in texts, 'XH-02-00' in texts)
 )",
                                {(tour() / "demo.svg").string()});
   EXPECT_EQ(check.output, "True True True True True\n");

@@ -62,7 +62,9 @@ void runDemo(const DemoArgs& args) {
     std::cout << "  " << tabulon::svc::toUtf8(card.name) << " — " << tabulon::svc::toUtf8(card.part) << ": "
               << card.rows << " rows on " << card.pages << (card.pages == 1 ? " page\n" : " pages\n");
   if (result.batchPages > 0) std::cout << "Process card batch: " << result.batchPages << " pages numbered in one run\n";
-  if (result.bomRows > 0) std::cout << "Bill of materials: " << result.bomRows << " rows into the parts list card\n";
+  if (result.bomRows > 0)
+    std::cout << "Bills of materials of " << result.bomFrames << " frames: " << result.bomRows
+              << " rows into the parts list card\n";
   std::cout << "Drawing: " << result.drawing.string() << " (" << result.entities << " entities)\n";
   std::cout << "Picture: " << svg.string() << (png.empty() ? "" : " and " + png.string()) << "\n";
   std::cout << "Try the export on two frames:\n  TABULON_HOME=" << result.options.parent_path().string()
