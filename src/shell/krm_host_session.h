@@ -1,7 +1,8 @@
 // The host around the plug-in for a program without a window (the command-line program,
 // tests): puts the suite's base services into the service dictionary, makes a user
 // channel current, and loads the plug-in; on the way out it unloads the plug-in, closes
-// the drawings it opened and restores the previous channel. One session at a time.
+// every open drawing, takes the services out and restores the previous channel. One
+// session at a time.
 // The channel must outlive the session.
 #pragma once
 
