@@ -140,7 +140,10 @@ void QaDbBlockTableRecord::remapIds(const QaDbIdMapping& mapping, const QaDbData
 }
 
 void QaDbBlockTableRecord::attachAdoptedChild(QaDbObjectId child) {
-  if (QaDbEntity::cast(child.rawObject()) && std::find(entities_.begin(), entities_.end(), child) == entities_.end())
+  // Callers hand over an object just added to the database, so it cannot be in the
+  // list yet; only a repeat of the last call is ignored (a scan would make loading
+  // a drawing of n entities take n^2 steps).
+  if (QaDbEntity::cast(child.rawObject()) && (entities_.empty() || entities_.back() != child))
     entities_.push_back(child);
 }
 

@@ -7,7 +7,7 @@ namespace tabulon::dxf {
 bool dxfReadCommonTag(const DxfReadContext& ctx, const DxfTag& tag, QaDbEntity& entity, bool& paperSpace) {
   switch (tag.code) {
     case 8: {
-      std::wstring layer = ctx.text(tag);
+      const std::wstring& layer = ctx.layerName(tag);
       if (!layer.empty()) entity.setLayer(layer);
       return true;
     }

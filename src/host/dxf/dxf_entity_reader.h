@@ -17,7 +17,10 @@ struct DxfEntityRead {
   std::unique_ptr<QaDbEntity> entity;
   bool paperSpace = false;
   DxfPendingRefs refs;
-  bool hasRefs = false;  // a name or handles in refs need resolving
+  bool hasRefs = false;  // handles in refs need resolving
+  // Names of records to resolve once loaded, as bytes of the file: text style,
+  // block or layer (`name`), dimension style or the style of an embedded text (`name2`).
+  std::string_view name, name2;
   bool repaired = false;  // changed from what the file says: written from fields
 };
 

@@ -135,6 +135,17 @@ void DxfLoaderState::readHeader(const std::vector<DxfTag>& tags) {
 
 // ---------------------------------------------------------------- pending objects
 
+int DxfLoaderState::internName(std::string_view raw) {
+  raw = dxfTrim(raw);
+  if (raw.empty()) return -1;
+  auto it = nameIndex_.find(raw);
+  if (it != nameIndex_.end()) return it->second;
+  int index = static_cast<int>(names_.size());
+  names_.push_back(ctx_.codec().decode(raw));
+  nameIndex_.emplace(raw, index);
+  return index;
+}
+
 void DxfLoaderState::noteOwnerless(std::size_t line) {
   if (ownerless_++ == 0) firstOwnerless_ = line;
 }
@@ -432,9 +443,12 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
       dxfReadEntity(ctx_, raw.tags, frame, read);
       read.entity->setDxfRecord(std::make_unique<DxfObjectRecord>(source_, raw.span));
       bool repaired = read.repaired;
+      int name = internName(read.name), name2 = internName(read.name2);
       int index = addPending(std::move(read.entity), raw, frame, DxfRole::Attribute, openInsert_,
                              read.hasRefs ? &read.refs : nullptr);
       pending_[index].repaired = repaired;
+      pending_[index].name = name;
+      pending_[index].name2 = name2;
       openInsertHasAttributes_ = true;
       return;
     }
@@ -481,10 +495,13 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
   }
   bool paper = read.paperSpace;
   bool repaired = read.repaired;
+  int name = internName(read.name), name2 = internName(read.name2);
   int index = addPending(std::move(read.entity), raw, frame, DxfRole::Entity, parent,
                          read.hasRefs ? &read.refs : nullptr);
   pending_[index].paperSpace = paper;
   pending_[index].repaired = repaired;
+  pending_[index].name = name;
+  pending_[index].name2 = name2;
   if (!ctx_.flat() && frame.owner == 0) {
     noteOwnerless(raw.line);
     pending_[index].repaired = true;
@@ -551,9 +568,10 @@ void dxfLoadFile(const std::filesystem::path& path, QaDbDatabase& db, DxfLoadInf
     long size = std::ftell(f);
     std::fseek(f, 0, SEEK_SET);
     if (size > 0) {
-      bytes.resize(static_cast<std::size_t>(size));
-      std::size_t got = std::fread(bytes.data(), 1, bytes.size(), f);
-      bytes.resize(got);
+      bytes.reserve(static_cast<std::size_t>(size));
+      char buffer[1 << 16];
+      std::size_t got;
+      while ((got = std::fread(buffer, 1, sizeof buffer, f)) > 0) bytes.append(buffer, got);
     }
     bool failed = std::ferror(f) != 0;
     std::fclose(f);

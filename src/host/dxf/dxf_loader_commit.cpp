@@ -33,23 +33,14 @@ QaDbObjectId find(const std::unordered_map<std::wstring, QaDbObjectId>& names, c
 }  // namespace
 
 void DxfLoaderState::assignHandles() {
-  std::uint64_t next = std::max(maxHandle_, headerSeed_ ? headerSeed_ - 1 : 0) + 1;
-  std::unordered_set<std::uint64_t> used;
-  used.reserve(pending_.size() * 2);
+  nextFree_ = std::max(maxHandle_, headerSeed_ ? headerSeed_ - 1 : 0) + 1;
   for (DxfPending& p : pending_) {
-    if (p.handle == 0) {
-      if (!ctx_.flat() && p.object->dxfRecord() && !p.repaired)
-        info_.audit.add(p.line, "object without a handle; given " + hex(next));
-      p.handle = next++;
-      if (!ctx_.flat()) p.repaired = true;
-    } else if (!used.insert(p.handle).second) {
-      info_.audit.add(p.line, "duplicate handle " + hex(p.handle) + "; renumbered to " + hex(next));
-      p.handle = next++;
-      p.repaired = true;
-    }
-    used.insert(p.handle);
+    if (p.handle != 0) continue;
+    if (!ctx_.flat() && p.object->dxfRecord() && !p.repaired)
+      info_.audit.add(p.line, "object without a handle; given " + hex(nextFree_));
+    p.handle = nextFree_++;
+    if (!ctx_.flat()) p.repaired = true;
   }
-  maxHandle_ = std::max(maxHandle_, next - 1);
 }
 
 void DxfLoaderState::commit(QaDbDatabase& db) {
@@ -61,6 +52,12 @@ void DxfLoaderState::commit(QaDbDatabase& db) {
     QaDbObjectId owner;
     if (p.parent >= 0) owner = ids[static_cast<std::size_t>(p.parent)];
     else if (p.owner) owner = db.idForHandle(QaDbHandle(p.owner));
+    if (!db.objectIdFromHandle(QaDbHandle(p.handle)).isNull()) {
+      // A handle given twice: the second object gets a new one.
+      info_.audit.add(p.line, "duplicate handle " + hex(p.handle) + "; renumbered to " + hex(nextFree_));
+      p.handle = nextFree_++;
+      p.repaired = true;
+    }
     QaDbObjectId id;
     db.adoptObject(std::move(p.object), QaDbHandle(p.handle), owner, id);
     ids[i] = id;
@@ -82,10 +79,20 @@ void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids) {
   auto dimStyles = namesOf(db.dimStyleTableId());
   auto existing = [&](std::uint64_t h) { return db.objectIdFromHandle(QaDbHandle(h)); };
 
+  // Names resolve once each: the index of a name -> the record (resolved or not yet).
+  std::vector<std::pair<bool, QaDbObjectId>> styleCache(names_.size()), blockCache(names_.size()),
+      dimStyleCache(names_.size());
+  auto cached = [&](std::vector<std::pair<bool, QaDbObjectId>>& cache, int index, auto&& lookup) {
+    auto& slot = cache[static_cast<std::size_t>(index)];
+    if (!slot.first) slot = {true, lookup(names_[static_cast<std::size_t>(index)])};
+    return slot.second;
+  };
+  static const DxfPendingRefs kNoRefs;
+
   for (std::size_t i = 0; i < pending_.size(); ++i) {
     DxfPending& p = pending_[i];
-    if (p.refs < 0 || ids[i].isNull()) continue;
-    DxfPendingRefs& r = refs_[static_cast<std::size_t>(p.refs)];
+    if ((p.refs < 0 && p.name < 0 && p.name2 < 0) || ids[i].isNull()) continue;
+    const DxfPendingRefs& r = p.refs >= 0 ? refs_[static_cast<std::size_t>(p.refs)] : kNoRefs;
     QaDbObjectPointer<QaDbObject> obj(ids[i], QaDb::kForWrite, true);
     if (!obj) continue;
 
@@ -109,7 +116,7 @@ void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids) {
     }
 
     QaDbObject* o = obj.object();
-    auto styleOf = [&](const std::wstring& name) {
+    auto styleNamed = [&](const std::wstring& name) {
       QaDbObjectId s = find(styles, name);
       if (s.isNull()) {
         // A style the table lacks is made with default values, so the text keeps its name.
@@ -122,12 +129,17 @@ void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids) {
       }
       return s;
     };
+    auto styleOf = [&](int index) { return cached(styleCache, index, styleNamed); };
+    auto nameOf = [&](int index) { return index >= 0 ? names_[static_cast<std::size_t>(index)] : std::wstring(); };
+    auto blockOf = [&](int index) {
+      return cached(blockCache, index, [&](const std::wstring& n) { return find(blocks, n); });
+    };
     if (auto* mtext = QaDbMText::cast(o)) {
-      if (!r.name.empty()) mtext->setTextStyle(styleOf(r.name));
+      if (p.name >= 0) mtext->setTextStyle(styleOf(p.name));
     } else if (auto* text = QaDbText::cast(o)) {
-      if (!r.name.empty()) text->setTextStyle(styleOf(r.name));
-      if (!r.name2.empty()) {
-        QaDbObjectId s = find(styles, r.name2);
+      if (p.name >= 0) text->setTextStyle(styleOf(p.name));
+      if (p.name2 >= 0) {
+        QaDbObjectId s = cached(styleCache, p.name2, [&](const std::wstring& n) { return find(styles, n); });
         if (auto* att = QaDbAttribute::cast(o); att && att->getMTextAttribute()) {
           QaDbMText m(*att->getMTextAttribute());
           m.setTextStyle(s);
@@ -139,12 +151,13 @@ void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids) {
         }
       }
     } else if (auto* ref = QaDbBlockReference::cast(o)) {
-      QaDbObjectId b = find(blocks, r.name);
-      if (b.isNull()) info_.audit.add(p.line, "INSERT of block \"" + ctx_.codec().encode(r.name) + "\" that is not defined");
+      QaDbObjectId b = p.name >= 0 ? blockOf(p.name) : QaDbObjectId();
+      if (b.isNull()) info_.audit.add(p.line, "INSERT of block \"" + ctx_.codec().encode(nameOf(p.name)) + "\" that is not defined");
       else ref->setBlockTableRecord(b);
     } else if (auto* dim = QaDbDimension::cast(o)) {
-      if (!r.name.empty()) dim->setDimBlockId(find(blocks, r.name));
-      if (!r.name2.empty()) dim->setDimensionStyle(find(dimStyles, r.name2));
+      if (p.name >= 0) dim->setDimBlockId(blockOf(p.name));
+      if (p.name2 >= 0)
+        dim->setDimensionStyle(cached(dimStyleCache, p.name2, [&](const std::wstring& n) { return find(dimStyles, n); }));
     } else if (auto* hatch = QaDbHatch::cast(o)) {
       std::vector<QaDbHatchLoop> loops = hatch->loops();
       std::size_t k = 0;
@@ -237,9 +250,13 @@ void DxfLoaderState::completeDatabase(QaDbDatabase& db) {
     std::unordered_set<std::wstring> known;
     for (QaDbObjectId id : layers->recordIds())
       if (auto* rec = QaDbSymbolTableRecord::cast(id.rawObject())) known.insert(dxfUpperName(rec->name()));
+    std::unordered_set<std::wstring> checked;  // names as written, seen already
     for (QaDbObjectId id : db.objectIds())
       if (auto* e = QaDbEntity::cast(id.rawObject()))
-        if (!known.count(dxfUpperName(e->layer()))) missing.insert(e->layer());
+        if (!checked.count(e->layer())) {
+          checked.insert(e->layer());
+          if (!known.count(dxfUpperName(e->layer()))) missing.insert(e->layer());
+        }
     for (const auto& name : missing) {
       if (modern) info_.audit.add(0, "layer \"" + ctx_.codec().encode(name) + "\" used but not in the LAYER table; added");
       QaDbObjectId id;
@@ -292,7 +309,7 @@ void DxfLoaderState::completeDatabase(QaDbDatabase& db) {
     }
     db.setInsbase(p);
   }
-  db.setHandseed(QaDbHandle(std::max(headerSeed_, maxHandle_ + 1)));
+  db.setHandseed(QaDbHandle(std::max({headerSeed_, maxHandle_ + 1, nextFree_})));
 
   doc_->readVersion = info_.version;
   doc_->encoding = info_.encoding;

@@ -41,6 +41,8 @@ class DxfLoaderState {
   void readObjects(DxfSectionReader& sections);
   std::vector<DxfHeaderTag> toUtf8(const std::vector<DxfTag>& tags) const;
 
+  // The index of a name (bytes of the file) in names_; -1 for an empty one.
+  int internName(std::string_view raw);
   int addPending(std::unique_ptr<QaDbObject> object, const DxfRawObject& raw, const DxfObjectFrame& frame,
                  DxfRole role, int parent, DxfPendingRefs* refs);
   int table(std::string_view name, std::size_t line, bool reportMissing);
@@ -69,11 +71,14 @@ class DxfLoaderState {
 
   std::vector<DxfPending> pending_;
   std::vector<DxfPendingRefs> refs_;
+  std::vector<std::wstring> names_;
+  std::unordered_map<std::string_view, int> nameIndex_;
   std::map<std::string, int, std::less<>> tables_;  // table name -> pending index
   std::unordered_map<std::wstring, int> blocksByName_;  // upper-case name -> pending index
   std::unordered_map<std::uint64_t, int> blocksByHandle_;
   std::uint64_t maxHandle_ = 0;
   std::uint64_t headerSeed_ = 0;
+  std::uint64_t nextFree_ = 1;  // the next handle for objects that need one
   std::size_t ownerless_ = 0;       // objects of R13+ files without 330
   std::size_t firstOwnerless_ = 0;  // line of the first
 

@@ -17,7 +17,7 @@ bool DxfMTextFields::take(const DxfReadContext& ctx, const DxfTag& t) {
       chunks.append(t.value);
       hasText = true;
       return true;
-    case 7: style = ctx.text(t); return true;
+    case 7: style = t.value; return true;
     case 210: normal.x = ctx.real(t); return true;
     case 220: normal.y = ctx.real(t); return true;
     case 230: normal.z = ctx.real(t); return true;

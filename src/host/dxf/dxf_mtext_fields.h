@@ -18,7 +18,7 @@ struct DxfMTextFields {
   int flow = 0;
   std::string chunks;  // the 3 chunks then the 1 part, as bytes of the file
   bool hasText = false;
-  std::wstring style;
+  std::string_view style;  // bytes of the file
   QaGeVector3d normal{0, 0, 1};
   QaGeVector3d direction{1, 0, 0};
   bool hasDirection = false;

@@ -25,8 +25,6 @@ enum class DxfRole : std::uint8_t {
 struct DxfPendingRefs {
   std::vector<std::uint64_t> reactors;
   std::uint64_t xdictionary = 0;
-  std::wstring name;    // text style, block or layer name, by kind
-  std::wstring name2;   // dimension style
   std::vector<std::uint64_t> handles;  // group members, dictionary entries, boundary objects
   std::vector<std::wstring> keys;      // dictionary keys, one per handle
   std::vector<int> counts;             // boundary objects per hatch loop
@@ -39,6 +37,8 @@ struct DxfPending {
   std::uint64_t owner = 0;   // 330 as in the file; 0 when none
   std::int32_t parent = -1;  // index of the pending structural owner, -1 when none
   std::int32_t refs = -1;    // index into the references, -1 when none
+  std::int32_t name = -1;    // index of a name to resolve (text style, block), -1 when none
+  std::int32_t name2 = -1;   // a second one (dimension style, style of an embedded text)
   std::size_t line = 0;      // line of the "0" tag, for findings
   DxfRole role = DxfRole::Entity;
   bool paperSpace = false;   // entity with 67 1

@@ -28,6 +28,15 @@ class DxfReadContext {
   DxfAuditReport& audit() const { return audit_; }
 
   std::wstring text(const DxfTag& tag) const { return codec().decode(tag.value); }
+  // A layer name: most entities repeat the one before, so the last is kept.
+  const std::wstring& layerName(const DxfTag& tag) const {
+    if (tag.value != lastLayerRaw_ || !haveLayer_) {
+      lastLayer_ = codec().decode(tag.value);
+      lastLayerRaw_ = tag.value;
+      haveLayer_ = true;
+    }
+    return lastLayer_;
+  }
   double real(const DxfTag& tag) const;
   int integer(const DxfTag& tag) const;
   // A handle value; 0 (with a finding) when malformed.
@@ -38,6 +47,9 @@ class DxfReadContext {
  private:
   const DxfSource& source_;
   DxfAuditReport& audit_;
+  mutable std::string lastLayerRaw_;
+  mutable std::wstring lastLayer_;
+  mutable bool haveLayer_ = false;
 };
 
 // Accumulates the coordinates of points given by code, code+10, code+20.

@@ -24,7 +24,7 @@ std::unique_ptr<QaDbEntity> dxfReadReferenceEntity(const DxfReadContext& ctx, st
       if (commonZone(ctx, sc) && dxfReadCommonTag(ctx, t, *ref, out.paperSpace)) return;
       if (sc < 0) return;
       switch (t.code) {
-        case 2: out.refs.name = ctx.text(t); out.hasRefs = true; break;
+        case 2: out.name = t.value; break;
         case 10: p.x = ctx.real(t); break;
         case 20: p.y = ctx.real(t); break;
         case 30: p.z = ctx.real(t); break;
@@ -60,8 +60,8 @@ std::unique_ptr<QaDbEntity> dxfReadReferenceEntity(const DxfReadContext& ctx, st
         return;
       }
       switch (c) {
-        case 2: out.refs.name = ctx.text(t); out.hasRefs = true; break;
-        case 3: out.refs.name2 = ctx.text(t); out.hasRefs = true; break;
+        case 2: out.name = t.value; break;
+        case 3: out.name2 = t.value; break;
         case 70: dim->setDimensionFlags(ctx.integer(t)); break;
         case 1: dim->setDimensionText(ctx.text(t)); break;
         case 42: dim->setMeasurement(ctx.real(t)); break;

@@ -15,7 +15,7 @@ struct TextFields {
   bool hasAlignment = false;
   double height = 0, rotation = 0, width = 1, oblique = 0, thickness = 0;
   std::string text;
-  std::wstring style;
+  std::string_view style;  // bytes of the file
   int generation = 0, horz = 0, vert = 0;
   QaGeVector3d normal{0, 0, 1};
   // attributes
@@ -41,7 +41,7 @@ bool takeText(const DxfReadContext& ctx, const DxfTag& t, TextFields& f, bool is
     case 50: f.rotation = ctx.real(t); return true;
     case 41: f.width = ctx.real(t); return true;
     case 51: f.oblique = ctx.real(t); return true;
-    case 7: f.style = ctx.text(t); return true;
+    case 7: f.style = t.value; return true;
     case 71: f.generation = ctx.integer(t); return true;
     case 72: f.horz = ctx.integer(t); return true;
     case 39: f.thickness = ctx.real(t); return true;
@@ -101,10 +101,7 @@ std::unique_ptr<QaDbEntity> dxfReadTextEntity(const DxfReadContext& ctx, std::st
       if (sc >= 0) f.take(ctx, t);
     });
     f.apply(ctx, *mtext);
-    if (!f.style.empty()) {
-      out.refs.name = f.style;
-      out.hasRefs = true;
-    }
+    out.name = f.style;
     return mtext;
   }
 
@@ -137,10 +134,7 @@ std::unique_ptr<QaDbEntity> dxfReadTextEntity(const DxfReadContext& ctx, std::st
   });
 
   applyText(ctx, f, *text);
-  if (!f.style.empty()) {
-    out.refs.name = f.style;
-    out.hasRefs = true;
-  }
+  out.name = f.style;
   if (auto* att = QaDbAttribute::cast(text.get())) {
     if (!f.tag.empty()) att->setTag(f.tag);
     att->setAttributeFlags(f.flags);
@@ -167,10 +161,7 @@ std::unique_ptr<QaDbEntity> dxfReadTextEntity(const DxfReadContext& ctx, std::st
       def->setTextString(m.contents());
     }
   }
-  if (f.embedded && !f.mtext.style.empty()) {
-    out.refs.name2 = f.mtext.style;
-    out.hasRefs = true;
-  }
+  if (f.embedded) out.name2 = f.mtext.style;
   return text;
 }
 

@@ -18,7 +18,7 @@ bool DxfSectionReader::nextSection() {
     readRemainingTags();
   }
   DxfTag tag;
-  while (reader_.next(tag)) {
+  while (nextTag(tag)) {
     if (tag.code == 999) {
       leadingComments_.push_back(tag);
       continue;
@@ -79,9 +79,18 @@ void DxfSectionReader::failUnterminated(const DxfTag* at) const {
                  message + " before \"" + std::string(dxfTrim(at->value)) + "\"");
 }
 
+bool DxfSectionReader::nextTag(DxfTag& tag) {
+  if (hasLookahead_) {
+    tag = lookahead_;
+    hasLookahead_ = false;
+    return true;
+  }
+  return reader_.next(tag);
+}
+
 bool DxfSectionReader::readObjectStart(DxfTag& tag) {
   while (true) {
-    if (!reader_.next(tag)) failUnterminated(nullptr);
+    if (!nextTag(tag)) failUnterminated(nullptr);
     if (tag.code == 0) break;
     if (tag.code == 999) {
       sectionComments_.push_back(tag);
@@ -110,7 +119,8 @@ bool DxfSectionReader::nextObject(DxfRawObject& object) {
   while (reader_.next(more)) {
     if (more.code == 0) {
       end = more.offset;
-      reader_.pushBack();
+      lookahead_ = more;
+      hasLookahead_ = true;
       break;
     }
     tags_.push_back(more);
@@ -127,7 +137,7 @@ std::vector<DxfTag> DxfSectionReader::readRemainingTags() {
   if (!inSection_) return out;
   DxfTag tag;
   while (true) {
-    if (!reader_.next(tag)) failUnterminated(nullptr);
+    if (!nextTag(tag)) failUnterminated(nullptr);
     if (tag.code == 0) {
       std::string_view value = dxfTrim(tag.value);
       if (value == "ENDSEC") {

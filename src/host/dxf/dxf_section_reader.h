@@ -53,6 +53,7 @@ class DxfSectionReader {
  private:
   // Reads a "0" tag that must end the current section or start an object.
   bool readObjectStart(DxfTag& tag);
+  bool nextTag(DxfTag& tag);
   [[noreturn]] void failUnterminated(const DxfTag* at) const;
 
   const DxfSource& source_;
@@ -66,6 +67,8 @@ class DxfSectionReader {
   bool finished_ = false;
   bool sawSection_ = false;
   std::vector<DxfTag> tags_;
+  DxfTag lookahead_;        // a "0" tag read already, handed out next
+  bool hasLookahead_ = false;
   std::vector<DxfTag> leadingComments_;
   std::vector<DxfTag> sectionComments_;
 };

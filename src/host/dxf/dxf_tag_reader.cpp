@@ -2,7 +2,6 @@
 
 #include "host/dxf/dxf_error.h"
 
-#include <charconv>
 #include <cstring>
 
 namespace tabulon::dxf {
@@ -60,9 +59,31 @@ std::string_view DxfTagReader::readLine(std::size_t& lineStart) {
   return line;
 }
 
+namespace {
+
+// The group code of a line: optional blanks, an optional minus, up to six
+// digits, optional blanks. False for anything else.
+bool parseGroupCode(std::string_view line, int& code) {
+  std::size_t i = 0, n = line.size();
+  while (i < n && (line[i] == ' ' || line[i] == '\t')) ++i;
+  bool negative = i < n && line[i] == '-';
+  if (negative) ++i;
+  std::size_t digits = 0;
+  int value = 0;
+  while (i < n && line[i] >= '0' && line[i] <= '9' && digits < 6) {
+    value = value * 10 + (line[i] - '0');
+    ++i;
+    ++digits;
+  }
+  while (i < n && (line[i] == ' ' || line[i] == '\t' || line[i] == '\r')) ++i;
+  if (digits == 0 || i != n) return false;
+  code = negative ? -value : value;
+  return true;
+}
+
+}  // namespace
+
 bool DxfTagReader::next(DxfTag& tag) {
-  // Blank lines where a group code belongs are skipped only at the very end
-  // of the text (a trailing newline or two after EOF).
   if (pos_ >= end_) return false;
   lastPos_ = pos_;
   lastLine_ = line_;
@@ -70,22 +91,20 @@ bool DxfTagReader::next(DxfTag& tag) {
   std::size_t codeStart = 0;
   std::size_t codeLine = line_;
   std::string_view codeText = readLine(codeStart);
-  std::string_view trimmed = dxfTrim(codeText);
-  if (trimmed.empty()) {
-    std::size_t probe = pos_;
-    while (probe < end_ && (text_[probe] == '\n' || text_[probe] == '\r' || text_[probe] == ' ' ||
-                            text_[probe] == '\t' || text_[probe] == '\0' || text_[probe] == 0x1a))
-      ++probe;
-    if (probe >= end_) {
-      pos_ = end_;
-      return false;
-    }
-  }
   int code = 0;
-  const char* first = trimmed.data();
-  const char* last = first + trimmed.size();
-  auto [ptr, ec] = std::from_chars(first, last, code);
-  if (trimmed.empty() || ec != std::errc() || ptr != last) {
+  if (!parseGroupCode(codeText, code)) {
+    // Blank lines where a group code belongs are skipped only at the very end
+    // of the text (a trailing newline or two after EOF).
+    if (dxfTrim(codeText).empty()) {
+      std::size_t probe = pos_;
+      while (probe < end_ && (text_[probe] == '\n' || text_[probe] == '\r' || text_[probe] == ' ' ||
+                              text_[probe] == '\t' || text_[probe] == '\0' || text_[probe] == 0x1a))
+        ++probe;
+      if (probe >= end_) {
+        pos_ = end_;
+        return false;
+      }
+    }
     bool binary = codeText.find('\0') != std::string_view::npos;
     throw DxfError(fileName_, codeLine, DxfError::kNoGroupCode,
                    binary ? "binary data where a group code was expected"

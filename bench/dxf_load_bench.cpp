@@ -1,0 +1,147 @@
+// Loading and saving a large drawing: 200,000 entities (lines, texts, block
+// references with three attributes each), against a callback-only parse of
+// the same file by dxflib. Reports entities per second, the ratio of our full
+// load to dxflib's parse, and peak memory.
+#include <benchmark/benchmark.h>
+#include <dxflib/dl_creationadapter.h>
+#include <dxflib/dl_dxf.h>
+#include <sys/resource.h>
+
+#include <cstdio>
+#include <ctime>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "host/db/qadb.h"
+#include "host/db/qadb_open.h"
+#include "host/dxf/dxf_loader.h"
+#include "host/dxf/dxf_sink.h"
+#include "host/dxf/dxf_writer.h"
+
+namespace {
+
+constexpr int kEntities = 200000;
+
+double peakMegabytes() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return static_cast<double>(usage.ru_maxrss) / 1024.0;
+}
+
+// The drawing, written once per process to a temporary file.
+const std::string& drawingPath() {
+  static const std::string path = [] {
+    std::string p = (std::filesystem::temp_directory_path() / "tabulon_dxf_load_bench.dxf").string();
+    QaDbDatabase db;
+    QaDbObjectId style = QaDbTextStyleTable::cast(db.textStyleTableId().rawObject())->getAt(L"Standard");
+    QaDbObjectId block;
+    {
+      QaDbObjectPointer<QaDbBlockTable> blocks(db.blockTableId(), QaDb::kForWrite);
+      blocks->add(std::make_unique<QaDbBlockTableRecord>(L"CELL"), block);
+      block.rawObject()->close();
+    }
+    QaDbObjectPointer<QaDbBlockTableRecord> model(db.modelSpaceId(), QaDb::kForWrite);
+    for (int i = 0; i < kEntities; ++i) {
+      double x = (i % 1000) * 10.0, y = (i / 1000) * 10.0;
+      QaDbObjectId id;
+      if (i % 3 == 0) {
+        model->appendQaDbEntity(std::make_unique<QaDbLine>(QaGePoint3d(x, y, 0), QaGePoint3d(x + 7.5, y + 2.25, 0)), id);
+        id.rawObject()->close();
+      } else if (i % 3 == 1) {
+        auto text = std::make_unique<QaDbText>(QaGePoint3d(x, y, 0), L"工序 " + std::to_wstring(i), style, 2.5);
+        model->appendQaDbEntity(std::move(text), id);
+        id.rawObject()->close();
+      } else {
+        auto ref = std::make_unique<QaDbBlockReference>(QaGePoint3d(x, y, 0), block);
+        model->appendQaDbEntity(std::move(ref), id);
+        auto* r = QaDbBlockReference::cast(id.rawObject());
+        for (const wchar_t* tag : {L"NO", L"NAME", L"QTY"}) {
+          QaDbObjectId att;
+          r->appendAttribute(att, std::make_unique<QaDbAttribute>(QaGePoint3d(x, y, 0), std::wstring(tag) + L"值", tag, style));
+          att.rawObject()->close();
+        }
+        r->close();
+      }
+    }
+    model.close();
+    tabulon::dxf::dxfSaveFile(db, p);
+    return p;
+  }();
+  return path;
+}
+
+// Processor seconds of the last run of each (the machine may be shared).
+struct Timings {
+  double load = 0, save = 0, dxflib = 0;
+};
+Timings& timings() {
+  static Timings t;
+  return t;
+}
+
+double cpuSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
+
+// dxflib reading the file with a handler that does nothing.
+class IgnoreAll : public DL_CreationAdapter {};
+
+void BM_TabulonLoad(benchmark::State& state) {
+  const std::string& path = drawingPath();
+  for (auto _ : state) {
+    auto db = std::make_unique<QaDbDatabase>(false);
+    double start = cpuSeconds();
+    tabulon::dxf::dxfLoadFile(path, *db);
+    timings().load = cpuSeconds() - start;
+    benchmark::DoNotOptimize(db->numObjects());
+    state.PauseTiming();  // tearing the drawing down is not loading it
+    db.reset();
+    state.ResumeTiming();
+  }
+  state.counters["entities/s"] = benchmark::Counter(double(kEntities) * state.iterations(), benchmark::Counter::kIsRate);
+  state.counters["peak_MB"] = peakMegabytes();
+}
+
+void BM_TabulonSave(benchmark::State& state) {
+  QaDbDatabase db(false);
+  tabulon::dxf::dxfLoadFile(drawingPath(), db);
+  std::string out = drawingPath() + ".saved";
+  for (auto _ : state) {
+    double start = cpuSeconds();
+    tabulon::dxf::dxfSaveFile(db, out);
+    timings().save = cpuSeconds() - start;
+  }
+  std::remove(out.c_str());
+  state.counters["entities/s"] = benchmark::Counter(double(kEntities) * state.iterations(), benchmark::Counter::kIsRate);
+  state.counters["peak_MB"] = peakMegabytes();
+}
+
+void BM_DxflibParse(benchmark::State& state) {
+  const std::string& path = drawingPath();
+  for (auto _ : state) {
+    double start = cpuSeconds();
+    IgnoreAll handler;
+    DL_Dxf dxf;
+    if (!dxf.in(path, &handler)) state.SkipWithError("dxflib could not read the file");
+    timings().dxflib = cpuSeconds() - start;
+  }
+  state.counters["entities/s"] = benchmark::Counter(double(kEntities) * state.iterations(), benchmark::Counter::kIsRate);
+}
+
+// The ratios of the runs above (processor time of the last iteration of each).
+void BM_Ratios(benchmark::State& state) {
+  const Timings& t = timings();
+  for (auto _ : state) benchmark::DoNotOptimize(t.load);
+  state.counters["load_over_dxflib"] = t.dxflib > 0 ? t.load / t.dxflib : 0;
+  state.counters["save_over_load"] = t.load > 0 ? t.save / t.load : 0;
+  state.counters["load_cpu_s"] = t.load;
+  state.counters["save_cpu_s"] = t.save;
+  state.counters["dxflib_cpu_s"] = t.dxflib;
+  state.counters["peak_MB"] = peakMegabytes();
+}
+
+}  // namespace
+
+BENCHMARK(BM_TabulonLoad)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_TabulonSave)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_DxflibParse)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_Ratios)->Iterations(1);
