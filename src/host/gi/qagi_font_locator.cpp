@@ -3,6 +3,8 @@
 #include <fontconfig/fontconfig.h>
 
 #include <algorithm>
+#include <map>
+#include <tuple>
 #include <cwctype>
 #include <memory>
 #include <system_error>
@@ -113,6 +115,8 @@ std::optional<FontLocation> findByFileName(const std::string& fileNameLower) {
   return std::nullopt;
 }
 
+std::optional<FontLocation> matchTypeface(const std::wstring& typeface, bool bold, bool italic);
+
 bool isFontExtension(const std::string& extLower) {
   return extLower == ".ttf" || extLower == ".ttc" || extLower == ".otf";
 }
@@ -163,6 +167,19 @@ std::optional<FontLocation> locateFontFile(const std::wstring& name) {
 
 std::optional<FontLocation> locateTypeface(const std::wstring& typeface, bool bold, bool italic) {
   if (typeface.empty()) return std::nullopt;
+  // A match costs a fontconfig search, and long cards measure thousands of cells in the
+  // same few typefaces: remember the answers for the life of the process.
+  static std::map<std::tuple<std::wstring, bool, bool>, std::optional<FontLocation>> known;
+  const auto key = std::make_tuple(typeface, bold, italic);
+  if (const auto found = known.find(key); found != known.end()) return found->second;
+  std::optional<FontLocation> location = matchTypeface(typeface, bold, italic);
+  known.emplace(key, location);
+  return location;
+}
+
+namespace {
+
+std::optional<FontLocation> matchTypeface(const std::wstring& typeface, bool bold, bool italic) {
   const std::string family = toUtf8(typeface);
   const std::string familyLower = lowerAscii(family);
   const FontConfigSession& fc = session();
@@ -194,5 +211,7 @@ std::optional<FontLocation> locateTypeface(const std::wstring& typeface, bool bo
   if (FcPatternGetInteger(match.get(), FC_INDEX, 0, &index) == FcResultMatch) location.faceIndex = index;
   return location;
 }
+
+}  // namespace
 
 }  // namespace tabulon::gi
