@@ -13,6 +13,7 @@ scripts/build.sh release
 if [ $asan = 1 ]; then
   scripts/build.sh asan
   (cd build-asan && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+     LSAN_OPTIONS=suppressions="$PWD/../scripts/lsan.supp" \
      ctest --output-on-failure -j "$(nproc)")
 fi
 if [ $fuzz = 1 ] && [ -x scripts/fuzz.sh ]; then
