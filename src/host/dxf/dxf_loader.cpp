@@ -64,6 +64,10 @@ void DxfLoaderState::parse() {
         doc_->rawSections.push_back(std::move(raw));
       }
     }
+    if (!sections.sectionComments().empty()) {
+      auto& kept = doc_->sectionComments[name];
+      for (const DxfTag& c : sections.sectionComments()) kept.push_back(toUtf8({c}).front().value);
+    }
     previousSection_ = name;
   }
   if (!encodingChosen_) chooseEncoding(std::nullopt, std::nullopt);

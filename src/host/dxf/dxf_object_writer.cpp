@@ -63,8 +63,7 @@ bool isObjectsSectionObject(const QaDbObject* o) {
 void dxfWriteObjects(DxfWriteContext& ctx) {
   const QaDbDatabase& db = ctx.db();
   DxfTagWriter& w = ctx.w();
-  w.write(0, "SECTION");
-  w.write(2, "OBJECTS");
+  ctx.beginSection("OBJECTS");
   QaDbObjectId root = db.namedObjectsDictionaryId();
   if (QaDbObject* r = root.rawObject(); r && !root.isErased()) writeObject(ctx, *r);
   for (QaDbObjectId id : db.objectIds()) {

@@ -41,10 +41,12 @@ std::unique_ptr<QaDbEntity> readLwPolyline(const DxfReadContext& ctx, std::span<
       default: break;
     }
   });
+  // The constant width first: setting it gives every vertex that width, and
+  // widths of single vertices in the file come after it.
+  pline->setConstantWidth(constantWidth);
   for (const V& v : verts) pline->addVertexAt(pline->numVerts(), QaGePoint2d(v.x, v.y), v.bulge, v.start, v.end);
   pline->setClosed((flags & 1) != 0);
   pline->setPlinegen((flags & 128) != 0);
-  pline->setConstantWidth(constantWidth);
   pline->setElevation(elevation);
   pline->setThickness(thickness);
   pline->setNormal(n);

@@ -9,6 +9,7 @@
 #include "host/dxf/dxf_header.h"
 #include "host/dxf/dxf_source.h"
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -79,6 +80,8 @@ class DxfDocumentRecord : public QaDbDxfRecord {
   std::vector<DxfRawTable> rawTables;
   std::vector<DxfRawSection> rawSections;
   std::vector<std::string> leadingComments;  // 999 before the first section
+  // 999 comments right after a section's name, by section name.
+  std::map<std::string, std::vector<std::string>> sectionComments;
   // The original TABLE heads of the nine tables are in the tables' own records.
 
   // How the file was read.

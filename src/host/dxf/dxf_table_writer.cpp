@@ -191,8 +191,7 @@ void writeTable(DxfWriteContext& ctx, std::string_view name, QaDbObjectId tableI
 void dxfWriteTables(DxfWriteContext& ctx, const DxfDocumentRecord* doc) {
   const QaDbDatabase& db = ctx.db();
   DxfTagWriter& w = ctx.w();
-  w.write(0, "SECTION");
-  w.write(2, "TABLES");
+  ctx.beginSection("TABLES");
   writeTable(ctx, "VPORT", db.viewportTableId());
   writeTable(ctx, "LTYPE", db.linetypeTableId());
   writeTable(ctx, "LAYER", db.layerTableId());

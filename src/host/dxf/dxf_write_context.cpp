@@ -68,6 +68,16 @@ void DxfWriteContext::copyTag(const DxfSource& source, const DxfTag& tag) {
     writer_.write(tag.code, tag.value);
 }
 
+void DxfWriteContext::beginSection(std::string_view name) {
+  writer_.write(0, "SECTION");
+  writer_.write(2, name);
+  if (!comments_) return;
+  auto it = comments_->find(std::string(name));
+  if (it == comments_->end()) return;
+  static const DxfTextCodec utf8("UTF-8");
+  for (const auto& c : it->second) writer_.write(999, codec_.transcode(c, utf8));
+}
+
 bool DxfWriteContext::pointerIsLive(const DxfTag& tag) const {
   if (!isPointerCode(tag.code)) return true;
   auto h = dxfParseHandle(tag.value);

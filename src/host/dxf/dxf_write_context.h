@@ -11,6 +11,7 @@
 #include "host/dxf/dxf_text_codec.h"
 
 #include <cstdint>
+#include <map>
 #include <span>
 #include <string>
 #include <unordered_set>
@@ -64,6 +65,10 @@ class DxfWriteContext {
   // True when an original pointer tag still names an object of the database.
   bool pointerIsLive(const DxfTag& tag) const;
 
+  // "0 SECTION", "2 name" and the comments that followed the name in the file read.
+  void beginSection(std::string_view name);
+  void setSectionComments(const std::map<std::string, std::vector<std::string>>* comments) { comments_ = comments; }
+
   // Handle text of an id; "0" for null.
   static std::string handleOf(QaDbObjectId id) { return dxfFormatHandle(id.handle().value()); }
 
@@ -75,6 +80,7 @@ class DxfWriteContext {
   std::uint64_t nextHandle_;
   std::uint64_t firstFree_;
   std::unordered_set<std::uint64_t> claimed_;
+  const std::map<std::string, std::vector<std::string>>* comments_ = nullptr;
 };
 
 }  // namespace tabulon::dxf

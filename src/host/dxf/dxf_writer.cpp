@@ -78,8 +78,7 @@ void writeHeader(DxfWriteContext& ctx, const DxfDocumentRecord* doc, std::uint64
   header.remove("$HANDLING");
 
   DxfTagWriter& w = ctx.w();
-  w.write(0, "SECTION");
-  w.write(2, "HEADER");
+  ctx.beginSection("HEADER");
   for (const auto& var : header.variables()) {
     w.write(9, var.name);
     for (const auto& t : var.tags)
@@ -90,8 +89,7 @@ void writeHeader(DxfWriteContext& ctx, const DxfDocumentRecord* doc, std::uint64
 
 void writeRawSection(DxfWriteContext& ctx, const DxfRawSection& s) {
   DxfTagWriter& w = ctx.w();
-  w.write(0, "SECTION");
-  w.write(2, s.name);
+  ctx.beginSection(s.name);
   for (const auto& t : s.tags)
     w.write(t.code, dxfIsTextCode(t.code) ? ctx.codec().transcode(t.value, utf8Codec()) : t.value);
   w.write(0, "ENDSEC");
@@ -135,14 +133,14 @@ void dxfWrite(const QaDbDatabase& db, DxfSink& sink, const DxfWriteOptions& opti
   const std::uint64_t firstPart = db.handseed().value();
   const std::uint64_t handseed = firstPart + partHandleBudget(db);
   DxfWriteContext ctx(db, w, version, firstPart);
+  if (doc) ctx.setSectionComments(&doc->sectionComments);
 
   if (doc)
     for (const auto& c : doc->leadingComments) w.write(999, ctx.codec().transcode(c, utf8Codec()));
   writeHeader(ctx, doc, handseed);
   writeRawSectionsAfter(ctx, doc, "HEADER");
 
-  w.write(0, "SECTION");
-  w.write(2, "CLASSES");
+  ctx.beginSection("CLASSES");
   if (doc && dxfVersionHasSubclasses(doc->readVersion))
     for (const auto& t : doc->classes)
       w.write(t.code, dxfIsTextCode(t.code) ? ctx.codec().transcode(t.value, utf8Codec()) : t.value);
@@ -167,8 +165,7 @@ void dxfWrite(const QaDbDatabase& db, DxfSink& sink, const DxfWriteOptions& opti
       else if (!paper && isLayout(btr->name(), L"*Paper_Space")) paper = btr;
     }
   }
-  w.write(0, "SECTION");
-  w.write(2, "BLOCKS");
+  ctx.beginSection("BLOCKS");
   for (const auto* btr : blocks) {
     dxfWriteBlockBoundary(ctx, *btr, false);
     if (btr != model && btr != paper) writeEntitiesOf(ctx, *btr);
@@ -177,8 +174,7 @@ void dxfWrite(const QaDbDatabase& db, DxfSink& sink, const DxfWriteOptions& opti
   w.write(0, "ENDSEC");
   writeRawSectionsAfter(ctx, doc, "BLOCKS");
 
-  w.write(0, "SECTION");
-  w.write(2, "ENTITIES");
+  ctx.beginSection("ENTITIES");
   if (model) writeEntitiesOf(ctx, *model);
   if (paper) writeEntitiesOf(ctx, *paper);
   w.write(0, "ENDSEC");

@@ -192,10 +192,12 @@ TEST(DxfLoader, KeepsUnknownSectionsCommentsAndClasses) {
   std::string text = "999\nwritten by a test\n" + examplePage();
   text = replaceFirst(text, "  0\nSECTION\n  2\nOBJECTS",
                       "  0\nSECTION\n  2\nTHUMBNAILIMAGE\n 90\n3\n310\nABCDEF\n  0\nENDSEC\n  0\nSECTION\n  2\nOBJECTS");
+  text = replaceFirst(text, "  2\nENTITIES\n", "  2\nENTITIES\n999\nmodel space follows\n");
   text = replaceFirst(text, "  2\nCLASSES\n", "  2\nCLASSES\n  0\nCLASS\n  1\nMYCLASS\n  2\nAcDbMyClass\n  3\nMyApp\n 90\n0\n280\n0\n281\n1\n");
   auto db = loadText(text);
   std::string saved = saveText(*db);
   EXPECT_EQ(saved.rfind("999\nwritten by a test\n", 0), 0u);
+  EXPECT_NE(saved.find("  2\nENTITIES\n999\nmodel space follows\n"), std::string::npos);
   EXPECT_NE(saved.find("  2\nTHUMBNAILIMAGE\n 90\n3\n310\nABCDEF\n  0\nENDSEC\n  0\nSECTION\n  2\nOBJECTS"), std::string::npos);
   EXPECT_NE(saved.find("  0\nCLASS\n  1\nMYCLASS\n  2\nAcDbMyClass\n  3\nMyApp\n 90\n0\n280\n0\n281\n1\n"), std::string::npos);
 }

@@ -1,0 +1,91 @@
+// An object written from its fields keeps what the codec does not model: tags
+// of each subclass in that subclass, subclasses nobody writes, application
+// groups, and numbers that did not change, in their original text.
+#include "dxf_example_builder.h"
+#include "dxf_test_util.h"
+
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace tabulon::dxf;
+using namespace tabulon::dxf::test;
+
+namespace {
+
+// The example page with the first LINE (handle 21) given extra tags.
+std::string pageWithDecoratedLine() {
+  QaDbDatabase db;
+  buildExamplePage(db);
+  std::string text = saveText(db);
+  auto at = text.find("  0\nLINE\n  5\n21\n");
+  EXPECT_NE(at, std::string::npos);
+  auto entity = text.find("100\nAcDbEntity\n", at) + 15;
+  text.insert(entity, "420\n16711680\n440\n33554687\n347\nFFFFF\n");
+  auto line = text.find("100\nAcDbLine\n", at) + 13;
+  text.insert(line, " 10\n0.0000000000\n");  // the start point's X, written the long way
+  text.erase(text.find(" 10\n0.0\n", line + 17), 8);
+  auto end = text.find("  0\n", line);
+  text.insert(end, "100\nAcDbMyExtension\n  1\nkept\n");
+  // The application group of another program.
+  auto handle = text.find("  5\n21\n", at) + 7;
+  text.insert(handle, "102\n{MYAPP\n  1\nnote\n102\n}\n");
+  return text;
+}
+
+std::string objectText(const std::string& file, const std::string& type, const std::string& handle) {
+  auto at = file.find("  0\n" + type + "\n  5\n" + handle + "\n");
+  if (at == std::string::npos) return {};
+  return file.substr(at, file.find("  0\n", at + 4) - at);
+}
+
+void modifyLine(QaDbDatabase& db, const std::function<void(QaDbLine&)>& change) {
+  QaDbObjectPointer<QaDbLine> line(db.objectIdFromHandle(QaDbHandle(0x21)), QaDb::kForWrite);
+  ASSERT_TRUE(line);
+  change(*line);
+}
+
+}  // namespace
+
+TEST(DxfEmitter, ChangedEntityKeepsWhatIsNotModelledWhereItWas) {
+  auto db = loadText(pageWithDecoratedLine());
+  modifyLine(*db, [](QaDbLine& l) { l.setEndPoint(QaGePoint3d(180, 1, 0)); });
+  std::string line = objectText(saveText(*db), "LINE", "21");
+  ASSERT_FALSE(line.empty());
+  auto entity = line.find("100\nAcDbEntity\n");
+  auto lineSub = line.find("100\nAcDbLine\n");
+  auto ext = line.find("100\nAcDbMyExtension\n  1\nkept\n");
+  auto group = line.find("102\n{MYAPP\n  1\nnote\n102\n}\n");
+  ASSERT_NE(entity, std::string::npos);
+  ASSERT_NE(lineSub, std::string::npos);
+  EXPECT_NE(ext, std::string::npos) << line;
+  EXPECT_NE(group, std::string::npos) << line;
+  EXPECT_LT(group, entity);
+  // True colour and transparency stay in AcDbEntity; a pointer to no object goes.
+  auto color = line.find("420\n16711680\n");
+  auto transparency = line.find("440\n33554687\n");
+  EXPECT_TRUE(color > entity && color < lineSub) << line;
+  EXPECT_TRUE(transparency > entity && transparency < lineSub) << line;
+  EXPECT_EQ(line.find("347\n"), std::string::npos) << line;
+  // The unchanged X keeps its text; the changed end point is new.
+  EXPECT_NE(line.find(" 10\n0.0000000000\n"), std::string::npos) << line;
+  EXPECT_NE(line.find(" 11\n180.0\n 21\n1.0\n"), std::string::npos) << line;
+  EXPECT_LT(lineSub, ext);
+}
+
+TEST(DxfEmitter, NewColourIndexReplacesTrueColour) {
+  auto db = loadText(pageWithDecoratedLine());
+  modifyLine(*db, [](QaDbLine& l) { l.setColorIndex(5); });
+  std::string line = objectText(saveText(*db), "LINE", "21");
+  EXPECT_NE(line.find(" 62\n5\n"), std::string::npos) << line;
+  EXPECT_EQ(line.find("420\n"), std::string::npos) << line;
+  EXPECT_NE(line.find("440\n33554687\n"), std::string::npos) << line;
+}
+
+TEST(DxfEmitter, UnchangedEntityIsCopiedAsItCame) {
+  std::string text = pageWithDecoratedLine();
+  auto db = loadText(text);
+  EXPECT_EQ(objectText(saveText(*db), "LINE", "21"), objectText(text, "LINE", "21"));
+}
+
