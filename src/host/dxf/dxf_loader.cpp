@@ -468,6 +468,11 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
     info_.audit.add(raw.line, std::string(type) + " without its POLYLINE or INSERT dropped");
     return;
   }
+  if (type == "BLOCK" || type == "ENDBLK") {
+    // Block boundaries belong to the BLOCKS section; elsewhere they are debris.
+    info_.audit.add(raw.line, std::string(type) + " outside the BLOCKS section dropped");
+    return;
+  }
 
   DxfObjectFrame frame = dxfReadFrame(raw.tags);
   if (ctx_.flat() && frame.handle == 0) {

@@ -205,7 +205,25 @@ DxfTextCodec& DxfTextCodec::operator=(DxfTextCodec&&) noexcept = default;
 
 std::wstring DxfTextCodec::decode(std::string_view bytes) const {
   std::wstring out = decodeBytes(bytes);
+  if (out.find(L'^') != std::wstring::npos) out = dxfDecodeCarets(std::move(out));
   return out.find(L'\\') == std::wstring::npos ? out : dxfDecodeEscapes(std::move(out));
+}
+
+// Line breaks and tabs inside a value are stored in caret form (^J, ^M, ^I), as the
+// writer does; other carets (MText stacking, plain text) stay as they are.
+std::wstring dxfDecodeCarets(std::wstring text) {
+  std::wstring out;
+  out.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == L'^' && i + 1 < text.size() &&
+        (text[i + 1] == L'J' || text[i + 1] == L'M' || text[i + 1] == L'I')) {
+      out += static_cast<wchar_t>(text[i + 1] - 0x40);
+      ++i;
+      continue;
+    }
+    out += text[i];
+  }
+  return out;
 }
 
 std::wstring DxfTextCodec::decodeBytes(std::string_view bytes) const {

@@ -68,5 +68,7 @@ class DxfTextCodec {
 // Decodes \U+XXXX (UTF-16 units, surrogate pairs joined) and \M+nXXXX
 // escapes in text already decoded from the file's bytes.
 std::wstring dxfDecodeEscapes(std::wstring text);
+// Turns the caret forms of line breaks and tabs (^J, ^M, ^I) back into the characters.
+std::wstring dxfDecodeCarets(std::wstring text);
 
 }  // namespace tabulon::dxf

@@ -213,3 +213,16 @@ TEST(DxfLoader, ReadsFromStandardInputPathIsDash) {
     EXPECT_NE(std::string(e.what()).find("is a folder"), std::string::npos) << e.what();
   }
 }
+
+TEST(DxfLoader, BlockBoundariesOutsideTheBlocksSectionAreDropped) {
+  // Found by fuzzing: a BLOCK among the entities was kept as an unknown entity
+  // and, written inside its block, broke the file on the next read.
+  std::string text = replaceFirst(examplePage(), "  0\nMTEXT\n", "  0\nBLOCK\n  2\nX\n 70\nbad\n  0\nENDBLK\n  0\nMTEXT\n");
+  DxfLoadInfo info;
+  auto db = loadText(text, &info);
+  EXPECT_TRUE(hasFinding(info, "BLOCK outside the BLOCKS section dropped"));
+  EXPECT_TRUE(hasFinding(info, "ENDBLK outside the BLOCKS section dropped"));
+  DxfLoadInfo again;
+  loadText(saveText(*db), &again);
+  EXPECT_TRUE(again.audit.empty());
+}

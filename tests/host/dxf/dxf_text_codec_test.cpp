@@ -50,8 +50,12 @@ TEST(DxfTextCodec, EscapesWhatTheCodePageCannotHold) {
   EXPECT_EQ(latin.decode(latin.encode(text)), text);
 }
 
-TEST(DxfTextCodec, WritesLineBreaksInCaretForm) {
-  EXPECT_EQ(DxfTextCodec("UTF-8").encode(L"a\nb\r\tc"), "a^Jb^M\tc");
+TEST(DxfTextCodec, LineBreaksTravelInCaretFormBothWays) {
+  DxfTextCodec codec("UTF-8");
+  EXPECT_EQ(codec.encode(L"a\nb\r\tc"), "a^Jb^M\tc");
+  EXPECT_EQ(codec.decode("a^Jb^M^Ic"), L"a\nb\r\tc");
+  // Carets that are not line breaks, such as MText stacking, stay as written.
+  EXPECT_EQ(codec.decode("\\S1^2;x^"), L"\\S1^2;x^");
 }
 
 TEST(DxfTextCodec, UnknownCodePageFallsBackToAnsi1252) {
