@@ -35,7 +35,9 @@ DxfTagWriter::DxfTagWriter(DxfSink& sink, std::string lineEnd)
 }
 
 void DxfTagWriter::write(int code, std::string_view value) {
-  if (value.find_first_of("\r\n") != std::string_view::npos)
+  // A line feed would end the value early. (A carriage return inside a value,
+  // as some files have, reads back; one at its end is taken as part of the line end.)
+  if (value.find('\n') != std::string_view::npos)
     throw DxfError("", 0, code, "value contains a line break: \"" + std::string(value.substr(0, 40)) + "\"");
   char buf[16];
   auto [ptr, ec] = std::to_chars(buf, buf + sizeof buf, code);

@@ -23,7 +23,7 @@ class DxfTagWriter {
   DxfTagWriter(const DxfTagWriter&) = delete;
   DxfTagWriter& operator=(const DxfTagWriter&) = delete;
 
-  // A value that is already text in the file's encoding. A line break inside
+  // A value that is already text in the file's encoding. A line feed inside
   // it would corrupt the file: DxfError.
   void write(int code, std::string_view value);
   void writeDouble(int code, double value);
