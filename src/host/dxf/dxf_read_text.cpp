@@ -14,7 +14,7 @@ struct TextFields {
   QaGePoint3d position, alignment;
   bool hasAlignment = false;
   double height = 0, rotation = 0, width = 1, oblique = 0, thickness = 0;
-  std::string text;
+  std::string_view text;  // bytes of the file
   std::string_view style;  // bytes of the file
   int generation = 0, horz = 0, vert = 0;
   QaGeVector3d normal{0, 0, 1};
@@ -37,7 +37,7 @@ bool takeText(const DxfReadContext& ctx, const DxfTag& t, TextFields& f, bool is
     case 21: f.alignment.y = ctx.real(t); f.hasAlignment = true; return true;
     case 31: f.alignment.z = ctx.real(t); f.hasAlignment = true; return true;
     case 40: f.height = ctx.real(t); return true;
-    case 1: f.text.assign(t.value); return true;
+    case 1: f.text = t.value; return true;
     case 50: f.rotation = ctx.real(t); return true;
     case 41: f.width = ctx.real(t); return true;
     case 51: f.oblique = ctx.real(t); return true;

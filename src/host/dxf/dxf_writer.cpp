@@ -211,7 +211,9 @@ void dxfSaveFile(const QaDbDatabase& db, const std::filesystem::path& path, cons
   std::filesystem::path target = path;
   std::filesystem::path dir = target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path();
   std::random_device rd;
-  std::filesystem::path temp = dir / ("." + target.filename().string() + ".tmp" + std::to_string(rd() % 1000000));
+  std::string tempName = ".";
+  tempName.append(target.filename().string()).append(".tmp").append(std::to_string(rd() % 1000000));
+  std::filesystem::path temp = dir / tempName;
   try {
     {
       std::unique_ptr<DxfSink> sink = makeSink(temp);
