@@ -32,13 +32,9 @@ inline constexpr int kText[] = {39, 10, 20, 30, 40, 1, 50, 41, 51, 7, 71, 72, 11
 inline constexpr int kText2[] = {73};
 // AcDbAttribute / AcDbAttributeDefinition (single-line part)
 inline constexpr int kAttribute[] = {280, 3, 2, 70, 73, 74};
-// Multi-line part of AcDbAttribute after the single-line codes
-inline constexpr int kAttributeMulti[] = {71, 72, 11, 21, 31};
 inline constexpr int kMText[] = {10, 20, 30, 40, 41, 46, 71, 72, 1, 3, 7, 210, 220, 230, 11, 21, 31, 50, 73, 44};
 inline constexpr int kInsert[] = {66, 2, 10, 20, 30, 41, 42, 43, 50, 210, 220, 230};
 inline constexpr int kDimension[] = {2, 10, 20, 30, 11, 21, 31, 12, 22, 32, 70, 1, 53, 3, 210, 220, 230, 42};
 inline constexpr int kDimensionKind[] = {12, 22, 32, 13, 23, 33, 14, 24, 34, 15, 25, 35, 16, 26, 36, 40, 50, 52};
-inline constexpr int kHatchHead[] = {10, 20, 30, 210, 220, 230, 2, 70, 71};
-inline constexpr int kHatchTail[] = {75, 76, 52, 41, 77, 98};
 
 }  // namespace tabulon::dxf::codes

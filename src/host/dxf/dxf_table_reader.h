@@ -17,8 +17,6 @@ namespace tabulon::dxf {
 bool dxfIsKnownTable(std::string_view name);
 // An empty table of that name; nullptr for an unknown name.
 std::unique_ptr<QaDbSymbolTable> dxfMakeTable(std::string_view name);
-// The table a record type belongs to ("LAYER" -> "LAYER", "BLOCK_RECORD" -> "BLOCK_RECORD").
-inline std::string_view dxfTableOfRecord(std::string_view recordType) { return recordType; }
 
 // A record of a known table. `refs` receives the layout handle of a block record.
 std::unique_ptr<QaDbSymbolTableRecord> dxfReadTableRecord(const DxfReadContext& ctx, std::string_view type,

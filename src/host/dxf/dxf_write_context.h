@@ -69,9 +69,6 @@ class DxfWriteContext {
   void beginSection(std::string_view name);
   void setSectionComments(const std::map<std::string, std::vector<std::string>>* comments) { comments_ = comments; }
 
-  // Handle text of an id; "0" for null.
-  static std::string handleOf(QaDbObjectId id) { return dxfFormatHandle(id.handle().value()); }
-
  private:
   const QaDbDatabase& db_;
   DxfTagWriter& writer_;
