@@ -6,7 +6,6 @@ QARX_DEFINE_MEMBERS(QaDbAttribute, QaDbText, L"ATTRIB")
 
 namespace {
 bool validTag(const std::wstring& tag) { return !tag.empty() && tag.find(L' ') == std::wstring::npos; }
-int withFlag(int flags, int flag, bool on) { return on ? (flags | flag) : (flags & ~flag); }
 }  // namespace
 
 QaDbAttribute::QaDbAttribute(const QaGePoint3d& position, const std::wstring& text, const std::wstring& tag,
@@ -29,16 +28,16 @@ Qa::ErrorStatus QaDbAttribute::setAttributeFlags(int flags) {
 }
 
 Qa::ErrorStatus QaDbAttribute::setInvisible(bool on) {
-  return setAttributeFlags(withFlag(data_.flags, QaDbAttributeData::kInvisible, on));
+  return setAttributeFlags(data_.flagsWith(QaDbAttributeData::kInvisible, on));
 }
 Qa::ErrorStatus QaDbAttribute::setConstant(bool on) {
-  return setAttributeFlags(withFlag(data_.flags, QaDbAttributeData::kConstant, on));
+  return setAttributeFlags(data_.flagsWith(QaDbAttributeData::kConstant, on));
 }
 Qa::ErrorStatus QaDbAttribute::setVerifiable(bool on) {
-  return setAttributeFlags(withFlag(data_.flags, QaDbAttributeData::kVerifiable, on));
+  return setAttributeFlags(data_.flagsWith(QaDbAttributeData::kVerifiable, on));
 }
 Qa::ErrorStatus QaDbAttribute::setPreset(bool on) {
-  return setAttributeFlags(withFlag(data_.flags, QaDbAttributeData::kPreset, on));
+  return setAttributeFlags(data_.flagsWith(QaDbAttributeData::kPreset, on));
 }
 
 Qa::ErrorStatus QaDbAttribute::setFieldLength(int length) {
@@ -56,18 +55,13 @@ Qa::ErrorStatus QaDbAttribute::setLockPositionInBlock(bool on) {
 
 Qa::ErrorStatus QaDbAttribute::setMTextAttribute(const QaDbMText& mtext) {
   assertWriteEnabled();
-  data_.mtext.reset(static_cast<QaDbMText*>(mtext.clone().release()));
+  data_.setMText(mtext);
   return Qa::eOk;
 }
 
 Qa::ErrorStatus QaDbAttribute::convertIntoMTextAttribute(bool multiLine) {
   assertWriteEnabled();
-  if (!multiLine) {
-    data_.mtext.reset();
-    return Qa::eOk;
-  }
-  if (!data_.mtext) data_.mtext = QaDbAttributeData::mtextFrom(*this);
-  else QaDbAttributeData::syncMText(*data_.mtext, *this);
+  data_.convertIntoMText(*this, multiLine);
   return Qa::eOk;
 }
 

@@ -55,3 +55,16 @@ std::unique_ptr<QaDbMText> QaDbAttributeData::mtextFrom(const QaDbText& text) {
   syncMText(*m, text);
   return m;
 }
+
+void QaDbAttributeData::setMText(const QaDbMText& m) {
+  mtext.reset(static_cast<QaDbMText*>(m.clone().release()));
+}
+
+void QaDbAttributeData::convertIntoMText(const QaDbText& owner, bool multiLine) {
+  if (!multiLine) {
+    mtext.reset();
+    return;
+  }
+  if (!mtext) mtext = mtextFrom(owner);
+  else syncMText(*mtext, owner);
+}

@@ -30,4 +30,12 @@ struct QaDbAttributeData {
   // Brings an embedded text's anchor, height, rotation, style and contents in line with
   // the single-line values.
   static void syncMText(QaDbMText& mtext, const QaDbText& text);
+
+  // `flags` with one flag set or cleared.
+  int flagsWith(int flag, bool on) const { return on ? (flags | flag) : (flags & ~flag); }
+  // Replaces the embedded text by a copy of `m`.
+  void setMText(const QaDbMText& m);
+  // Makes the owner multi-line (embedded text made from, or brought in line with, its
+  // single-line values) or single-line (embedded text dropped).
+  void convertIntoMText(const QaDbText& owner, bool multiLine);
 };

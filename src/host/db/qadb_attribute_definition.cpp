@@ -32,21 +32,17 @@ Qa::ErrorStatus QaDbAttributeDefinition::setAttributeFlags(int flags) {
   return Qa::eOk;
 }
 
-namespace {
-int withFlag(int flags, int flag, bool on) { return on ? (flags | flag) : (flags & ~flag); }
-}  // namespace
-
 Qa::ErrorStatus QaDbAttributeDefinition::setInvisible(bool on) {
-  return setAttributeFlags(withFlag(data_.flags, QaDbAttributeData::kInvisible, on));
+  return setAttributeFlags(data_.flagsWith(QaDbAttributeData::kInvisible, on));
 }
 Qa::ErrorStatus QaDbAttributeDefinition::setConstant(bool on) {
-  return setAttributeFlags(withFlag(data_.flags, QaDbAttributeData::kConstant, on));
+  return setAttributeFlags(data_.flagsWith(QaDbAttributeData::kConstant, on));
 }
 Qa::ErrorStatus QaDbAttributeDefinition::setVerifiable(bool on) {
-  return setAttributeFlags(withFlag(data_.flags, QaDbAttributeData::kVerifiable, on));
+  return setAttributeFlags(data_.flagsWith(QaDbAttributeData::kVerifiable, on));
 }
 Qa::ErrorStatus QaDbAttributeDefinition::setPreset(bool on) {
-  return setAttributeFlags(withFlag(data_.flags, QaDbAttributeData::kPreset, on));
+  return setAttributeFlags(data_.flagsWith(QaDbAttributeData::kPreset, on));
 }
 
 Qa::ErrorStatus QaDbAttributeDefinition::setFieldLength(int length) {
@@ -64,18 +60,13 @@ Qa::ErrorStatus QaDbAttributeDefinition::setLockPositionInBlock(bool on) {
 
 Qa::ErrorStatus QaDbAttributeDefinition::setMTextAttributeDefinition(const QaDbMText& mtext) {
   assertWriteEnabled();
-  data_.mtext.reset(static_cast<QaDbMText*>(mtext.clone().release()));
+  data_.setMText(mtext);
   return Qa::eOk;
 }
 
 Qa::ErrorStatus QaDbAttributeDefinition::convertIntoMTextAttributeDefinition(bool multiLine) {
   assertWriteEnabled();
-  if (!multiLine) {
-    data_.mtext.reset();
-    return Qa::eOk;
-  }
-  if (!data_.mtext) data_.mtext = QaDbAttributeData::mtextFrom(*this);
-  else QaDbAttributeData::syncMText(*data_.mtext, *this);
+  data_.convertIntoMText(*this, multiLine);
   return Qa::eOk;
 }
 

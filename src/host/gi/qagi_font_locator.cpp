@@ -1,5 +1,7 @@
 #include "host/gi/qagi_font_locator.h"
 
+#include "host/svc/utf8.h"
+
 #include <fontconfig/fontconfig.h>
 
 #include <algorithm>
@@ -13,31 +15,7 @@
 namespace tabulon::gi {
 namespace {
 
-// UTF-32 wide text to UTF-8 bytes; invalid code points become U+FFFD.
-std::string toUtf8(const std::wstring& text) {
-  std::string out;
-  out.reserve(text.size());
-  for (wchar_t wc : text) {
-    auto c = static_cast<char32_t>(wc);
-    if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) c = 0xFFFD;
-    if (c < 0x80) {
-      out += static_cast<char>(c);
-    } else if (c < 0x800) {
-      out += static_cast<char>(0xC0 | (c >> 6));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-      out += static_cast<char>(0xE0 | (c >> 12));
-      out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-      out += static_cast<char>(0xF0 | (c >> 18));
-      out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-      out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-  }
-  return out;
-}
+using svc::toUtf8;
 
 std::string lowerAscii(std::string s) {
   std::transform(s.begin(), s.end(), s.begin(),
