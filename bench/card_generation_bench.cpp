@@ -22,10 +22,10 @@ struct BenchLibrary {
   BenchLibrary() {
     std::string pattern = (std::filesystem::temp_directory_path() / "tabulon-bench-XXXXXX").string();
     folder = mkdtemp(pattern.data());
-    gentest::LibrarySpec spec;
-    spec.firstRows = 20;
-    spec.nextRows = 20;
-    gentest::WriteSampleLibrary(folder, spec);
+    gentest::LibraryShape shape;
+    shape.firstRows = 20;
+    shape.nextRows = 20;
+    gentest::WriteSampleLibrary(folder, shape);
   }
   ~BenchLibrary() { std::filesystem::remove_all(folder); }
   std::filesystem::path folder;

@@ -87,21 +87,21 @@ std::vector<BlockClass> blockClasses(const std::vector<QaDbObjectId>& ids) {
 // `.tbl` and the side drawing. Returns the files.
 std::vector<std::filesystem::path> writeTable(const std::filesystem::path& folder, const std::wstring& stem,
                                               const std::wstring& showName,
-                                              const std::function<PageSpec(FormSheet&)>& draw) {
+                                              const std::function<PageLayout(FormSheet&)>& draw) {
   QaDbDatabase db;
   FormSheet sheet(db);
-  const PageSpec spec = draw(sheet);
+  const PageLayout layout = draw(sheet);
   const std::vector<QaDbObjectId> ids = sheet.ModelSpaceIds();
 
   KrmTableAttributes table;
   table.setTblName(stem, showName);
-  table.setPageBase(spec.pageBase);
+  table.setPageBase(layout.pageBase);
   std::vector<KrmBlockSet> single, multi;
   KrmTextListMap directions;
   for (const BlockClass& c : blockClasses(ids)) {
     if (c.count > 1) {
       multi.emplace_back(c.name, c.atts);
-      directions[c.name] = {std::to_wstring(spec.fillOrder), std::to_wstring(c.count)};
+      directions[c.name] = {std::to_wstring(layout.fillOrder), std::to_wstring(c.count)};
     } else {
       single.emplace_back(c.name, c.atts);
     }
@@ -109,7 +109,7 @@ std::vector<std::filesystem::path> writeTable(const std::filesystem::path& folde
   table.setSCell(single);
   table.setMCell(multi);
   table.setMDirType(directions);
-  table.setPageAtt(spec.pageAtts);
+  table.setPageAtt(layout.pageAtts);
   QaGePoint3d low, high;
   BoxOf(ids, low, high);
   table.setWidth(high.x - low.x);

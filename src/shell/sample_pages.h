@@ -13,16 +13,16 @@
 namespace tabulon::samples {
 
 // What the table template of a drawn page records beyond the blocks it finds.
-struct PageSpec {
+struct PageLayout {
   std::wstring pageBase;     // the multi-record class that counts the pages
   int fillOrder = 0;         // fill-order code of the multi-record classes
   KrmTextListMap pageAtts;   // CLASSCUR ... BATCHSUM bindings
 };
 
-PageSpec DrawProcessFirstPage(FormSheet& sheet);
-PageSpec DrawProcessNextPage(FormSheet& sheet);
-PageSpec DrawPartsListFirstPage(FormSheet& sheet);
-PageSpec DrawPartsListNextPage(FormSheet& sheet);
+PageLayout DrawProcessFirstPage(FormSheet& sheet);
+PageLayout DrawProcessNextPage(FormSheet& sheet);
+PageLayout DrawPartsListFirstPage(FormSheet& sheet);
+PageLayout DrawPartsListNextPage(FormSheet& sheet);
 
 // Shared by the pages: a sheet border (thin outline of the paper, thick frame inside
 // with a binding margin of 25 on the left and 5 elsewhere).

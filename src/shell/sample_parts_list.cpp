@@ -172,7 +172,7 @@ KrmTextListMap pageBindings() {
 
 }  // namespace
 
-PageSpec DrawPartsListFirstPage(FormSheet& s) {
+PageLayout DrawPartsListFirstPage(FormSheet& s) {
   DrawSheetBorder(s, kWidth, kHeight);
   s.Label(L"零件明细表", kLeft, 268, 105, kTop, 7.0);
   std::vector<FormCell> head;
@@ -187,7 +187,7 @@ PageSpec DrawPartsListFirstPage(FormSheet& s) {
   return {kBomLineBlock, 0, pageBindings()};
 }
 
-PageSpec DrawPartsListNextPage(FormSheet& s) {
+PageLayout DrawPartsListNextPage(FormSheet& s) {
   DrawSheetBorder(s, kWidth, kHeight);
   s.Label(L"零件明细表（续）", kLeft, 276, 105, kTop, 5.0);
   std::vector<FormCell> head;

@@ -212,7 +212,7 @@ KrmTextListMap pageBindings() {
 
 }  // namespace
 
-PageSpec DrawProcessFirstPage(FormSheet& s) {
+PageLayout DrawProcessFirstPage(FormSheet& s) {
   DrawSheetBorder(s, kWidth, kHeight);
   // Header: company and title over two rows, then the part's data.
   s.Line(65, 189, 65, kTop);
@@ -257,7 +257,7 @@ PageSpec DrawProcessFirstPage(FormSheet& s) {
   return {kRowBlock, 0, pageBindings()};
 }
 
-PageSpec DrawProcessNextPage(FormSheet& s) {
+PageLayout DrawProcessNextPage(FormSheet& s) {
   DrawSheetBorder(s, kWidth, kHeight);
   s.Line(145, 189, 145, kTop);
   s.Line(145, 197, kRight, 197);

@@ -25,11 +25,11 @@ namespace {
 const char* const kAttributes = R"(
 import sys, ezdxf
 doc = ezdxf.readfile(sys.argv[1])
-for spec in sys.argv[2:]:
-    block, tag = spec.split('.')
+for cell in sys.argv[2:]:
+    block, tag = cell.split('.')
     texts = [a.dxf.text for e in doc.modelspace().query('INSERT') if e.dxf.name.endswith('_' + block)
              for a in e.attribs if a.dxf.tag == tag]
-    print(spec + ':', ' '.join(t if t else '-' for t in texts))
+    print(cell + ':', ' '.join(t if t else '-' for t in texts))
 print('errors', len(doc.audit().errors))
 )";
 
@@ -44,7 +44,7 @@ class CreateCommand : public ::testing::Test {
   std::string Attributes(const std::filesystem::path& drawing, const std::string& specs) {
     std::vector<std::string> args = {drawing.string()};
     std::istringstream in(specs);
-    for (std::string spec; in >> spec;) args.push_back(spec);
+    for (std::string word; in >> word;) args.push_back(word);
     return runPython(kAttributes, args).output;
   }
   std::string Out() const { return shellQuote((work / "out.dxf").string()); }

@@ -39,7 +39,7 @@ class CardGeneration : public ::testing::Test {
  protected:
   void SetUp() override {
     qaDocManager().addDocument(std::make_unique<QaDbDatabase>(), "generated.dxf");
-    cardPath = gentest::WriteSampleLibrary(lib.path(), spec);
+    cardPath = gentest::WriteSampleLibrary(lib.path(), shape);
   }
   void TearDown() override { qaDocManager().closeAll(); }
 
@@ -90,7 +90,7 @@ class CardGeneration : public ::testing::Test {
     return steps;
   }
 
-  gentest::LibrarySpec spec;  // 5 row blocks on the first page, 8 on the others
+  gentest::LibraryShape shape;  // 5 row blocks on the first page, 8 on the others
   tabulon::test::ScratchDir lib;
   std::wstring cardPath;
   KrmCardTemplate cardTemplate;

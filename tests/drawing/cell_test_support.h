@@ -32,18 +32,18 @@ inline QaDbObjectId addTextStyle(QaDbDatabase& db, const std::wstring& name, dou
   return addRecord<QaDbTextStyleTable>(db, std::move(record));
 }
 
-struct AttDefSpec {
+struct AttDefDraft {
   std::wstring tag;
   QaGePoint3d position;
   bool multiLine = false;
 };
 
-inline QaDbObjectId addBlock(QaDbDatabase& db, const std::wstring& name, const std::vector<AttDefSpec>& defs) {
+inline QaDbObjectId addBlock(QaDbDatabase& db, const std::wstring& name, const std::vector<AttDefDraft>& defs) {
   const QaDbObjectId id = addRecord<QaDbBlockTable>(db, std::make_unique<QaDbBlockTableRecord>(name));
   QaDbObjectPointer<QaDbBlockTableRecord> block(id, QaDb::kForWrite);
-  for (const AttDefSpec& spec : defs) {
-    auto def = std::make_unique<QaDbAttributeDefinition>(spec.position, L"", spec.tag, spec.tag);
-    if (spec.multiLine) def->convertIntoMTextAttributeDefinition(true);
+  for (const AttDefDraft& draft : defs) {
+    auto def = std::make_unique<QaDbAttributeDefinition>(draft.position, L"", draft.tag, draft.tag);
+    if (draft.multiLine) def->convertIntoMTextAttributeDefinition(true);
     QaDbObjectId defId;
     EXPECT_EQ(block->appendQaDbEntity(std::move(def), defId), Qa::eOk);
     defId.rawObject()->close();

@@ -18,7 +18,7 @@
 
 namespace gentest {
 
-struct LibrarySpec {
+struct LibraryShape {
   int firstRows = 5;  // row blocks on the first page
   int nextRows = 8;   // row blocks on a continuation page
   KrmCardDir dir;
@@ -122,19 +122,19 @@ inline void WriteSampleDrawing(const std::filesystem::path& folder, const std::w
 
 // Writes first.tbl/.dxf, next.tbl/.dxf and <cardName>.crd into `folder`; returns the
 // card's path.
-inline std::wstring WriteSampleLibrary(const std::filesystem::path& folder, const LibrarySpec& spec = {}) {
+inline std::wstring WriteSampleLibrary(const std::filesystem::path& folder, const LibraryShape& shape = {}) {
   const std::wstring dir = KrmFromFsPath(folder);
-  SampleTable(L"first", spec.firstRows).OutputTable(dir + L"/first.tbl");
-  SampleTable(L"next", spec.nextRows).OutputTable(dir + L"/next.tbl");
-  WriteSampleDrawing(folder, L"first", spec.firstRows);
-  if (spec.writeNextDrawing) WriteSampleDrawing(folder, L"next", spec.nextRows);
+  SampleTable(L"first", shape.firstRows).OutputTable(dir + L"/first.tbl");
+  SampleTable(L"next", shape.nextRows).OutputTable(dir + L"/next.tbl");
+  WriteSampleDrawing(folder, L"first", shape.firstRows);
+  if (shape.writeNextDrawing) WriteSampleDrawing(folder, L"next", shape.nextRows);
   KrmCardAttributes card;
-  card.setCardName(spec.cardName, L"机加工艺卡");
+  card.setCardName(shape.cardName, L"机加工艺卡");
   card.addTblFile(L"first");
   card.addTblFile(L"next");
-  card.setCardDir(spec.dir);
-  card.OutputCard(dir + L"/" + spec.cardName + L".crd");
-  return dir + L"/" + spec.cardName + L".crd";
+  card.setCardDir(shape.dir);
+  card.OutputCard(dir + L"/" + shape.cardName + L".crd");
+  return dir + L"/" + shape.cardName + L".crd";
 }
 
 }  // namespace gentest
