@@ -14,10 +14,10 @@ QaDbAttribute::QaDbAttribute(const QaGePoint3d& position, const std::wstring& te
   data_.tag = tag;
 }
 
-Qa::ErrorStatus QaDbAttribute::setTag(const std::wstring& tag) {
+Qa::ErrorStatus QaDbAttribute::setTag(std::wstring tag) {
   if (!validTag(tag)) return Qa::eInvalidInput;
   assertWriteEnabled();
-  data_.tag = tag;
+  data_.tag = std::move(tag);
   return Qa::eOk;
 }
 
@@ -95,9 +95,10 @@ Qa::ErrorStatus QaDbAttribute::setAttributeFromBlock(const QaDbAttributeDefiniti
   return transformBy(blockTransform);
 }
 
-Qa::ErrorStatus QaDbAttribute::setTextString(const std::wstring& text) {
+Qa::ErrorStatus QaDbAttribute::setTextString(std::wstring text) {
+  if (!data_.mtext) return QaDbText::setTextString(std::move(text));
   Qa::ErrorStatus es = QaDbText::setTextString(text);
-  if (es == Qa::eOk && data_.mtext) data_.mtext->setContents(text);
+  if (es == Qa::eOk) data_.mtext->setContents(text);
   return es;
 }
 

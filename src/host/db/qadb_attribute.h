@@ -19,7 +19,7 @@ class QaDbAttribute : public QaDbText {
   std::wstring tag() const { return data_.tag; }
   const wchar_t* tagConst() const { return data_.tag.c_str(); }
   // Tags hold no spaces: eInvalidInput for an empty tag or one with a space.
-  Qa::ErrorStatus setTag(const std::wstring& tag);
+  Qa::ErrorStatus setTag(std::wstring tag);
 
   int attributeFlags() const { return data_.flags; }
   Qa::ErrorStatus setAttributeFlags(int flags);
@@ -51,7 +51,7 @@ class QaDbAttribute : public QaDbText {
   // common properties from a definition, then applies `blockTransform`.
   Qa::ErrorStatus setAttributeFromBlock(const QaDbAttributeDefinition* def, const QaGeMatrix3d& blockTransform);
 
-  Qa::ErrorStatus setTextString(const std::wstring& text) override;
+  Qa::ErrorStatus setTextString(std::wstring text) override;
   Qa::ErrorStatus transformBy(const QaGeMatrix3d& m) override;
   Qa::ErrorStatus getGeomExtents(QaDbExtents& ext) const override;
 

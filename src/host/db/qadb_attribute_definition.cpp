@@ -13,10 +13,10 @@ QaDbAttributeDefinition::QaDbAttributeDefinition(const QaGePoint3d& position, co
   data_.tag = tag;
 }
 
-Qa::ErrorStatus QaDbAttributeDefinition::setTag(const std::wstring& tag) {
+Qa::ErrorStatus QaDbAttributeDefinition::setTag(std::wstring tag) {
   if (!validTag(tag)) return Qa::eInvalidInput;
   assertWriteEnabled();
-  data_.tag = tag;
+  data_.tag = std::move(tag);
   return Qa::eOk;
 }
 
@@ -77,9 +77,10 @@ Qa::ErrorStatus QaDbAttributeDefinition::updateMTextAttributeDefinition() {
   return Qa::eOk;
 }
 
-Qa::ErrorStatus QaDbAttributeDefinition::setTextString(const std::wstring& text) {
+Qa::ErrorStatus QaDbAttributeDefinition::setTextString(std::wstring text) {
+  if (!data_.mtext) return QaDbText::setTextString(std::move(text));
   Qa::ErrorStatus es = QaDbText::setTextString(text);
-  if (es == Qa::eOk && data_.mtext) data_.mtext->setContents(text);
+  if (es == Qa::eOk) data_.mtext->setContents(text);
   return es;
 }
 

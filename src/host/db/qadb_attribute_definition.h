@@ -16,7 +16,7 @@ class QaDbAttributeDefinition : public QaDbText {
   std::wstring tag() const { return data_.tag; }
   const wchar_t* tagConst() const { return data_.tag.c_str(); }
   // Tags hold no spaces: eInvalidInput for an empty tag or one with a space.
-  Qa::ErrorStatus setTag(const std::wstring& tag);
+  Qa::ErrorStatus setTag(std::wstring tag);
   std::wstring prompt() const { return prompt_; }
   const wchar_t* promptConst() const { return prompt_.c_str(); }
   Qa::ErrorStatus setPrompt(const std::wstring& prompt);
@@ -47,7 +47,7 @@ class QaDbAttributeDefinition : public QaDbText {
   Qa::ErrorStatus updateMTextAttributeDefinition();
 
   // Keeps the embedded text's contents equal to the text string.
-  Qa::ErrorStatus setTextString(const std::wstring& text) override;
+  Qa::ErrorStatus setTextString(std::wstring text) override;
   Qa::ErrorStatus transformBy(const QaGeMatrix3d& m) override;
   Qa::ErrorStatus getGeomExtents(QaDbExtents& ext) const override;
 

@@ -27,21 +27,18 @@ std::string QaDbDatabase::versionName(QaDb::DwgVersion v) {
   return "";
 }
 
-void QaDbDatabase::setHandseed(QaDbHandle seed) {
-  QaDbHandle highest;
-  for (const auto& [h, slot] : slots_) highest = std::max(highest, h);
-  handseed_ = std::max(seed, highest.next());
-}
+void QaDbDatabase::setHandseed(QaDbHandle seed) { handseed_ = std::max(seed, slots_.highest().next()); }
 
 QaDbObjectSlot* QaDbDatabase::slotFor(QaDbHandle handle, bool create) {
-  auto it = slots_.find(handle);
-  if (it != slots_.end()) return it->second.get();
-  if (!create) return nullptr;
-  auto slot = std::make_unique<QaDbObjectSlot>(this, handle);
-  QaDbObjectSlot* raw = slot.get();
-  slots_.emplace(handle, std::move(slot));
+  if (!create) return slots_.find(handle);
+  QaDbObjectSlot* slot = slots_.findOrAdd(handle, this);
   if (handseed_ <= handle) handseed_ = handle.next();
-  return raw;
+  return slot;
+}
+
+void QaDbDatabase::reserveObjects(std::size_t count) {
+  slots_.reserve(count);
+  order_.reserve(count);
 }
 
 Qa::ErrorStatus QaDbDatabase::addObject(std::unique_ptr<QaDbObject> object, QaDbObjectId ownerId,
@@ -50,7 +47,7 @@ Qa::ErrorStatus QaDbDatabase::addObject(std::unique_ptr<QaDbObject> object, QaDb
   if (!object) return Qa::eNullObjectPointer;
   if (object->isDatabaseResident()) return Qa::eAlreadyInDb;
   if (!ownerId.isNull() && ownerId.database() != this) return Qa::eWrongDatabase;
-  while (slots_.count(handseed_) != 0) handseed_ = handseed_.next();
+  while (slots_.find(handseed_) != nullptr) handseed_ = handseed_.next();
   QaDbObjectSlot* slot = slotFor(handseed_, true);
   QaDbObject* obj = object.get();
   slot->object = std::move(object);
@@ -116,9 +113,9 @@ Qa::ErrorStatus QaDbDatabase::setSymbolTableId(QaDbObjectId id) {
 }
 
 QaDbObjectId QaDbDatabase::objectIdFromHandle(QaDbHandle handle) const {
-  auto it = slots_.find(handle);
-  if (it == slots_.end() || !it->second->object) return QaDbObjectId();
-  return QaDbObjectId(it->second.get());
+  QaDbObjectSlot* slot = slots_.find(handle);
+  if (slot == nullptr || !slot->object) return QaDbObjectId();
+  return QaDbObjectId(slot);
 }
 
 Qa::ErrorStatus QaDbDatabase::getObjectId(QaDbObjectId& id, QaDbHandle handle) const {
@@ -298,6 +295,6 @@ void QaDbDatabase::swap(QaDbDatabase& other) {
   std::swap(ucsTable_, other.ucsTable_);
   std::swap(dimStyleTable_, other.dimStyleTable_);
   std::swap(namedObjects_, other.namedObjects_);
-  for (auto& [h, slot] : slots_) slot->database = this;
-  for (auto& [h, slot] : other.slots_) slot->database = &other;
+  slots_.forEach([this](QaDbObjectSlot& slot) { slot.database = this; });
+  other.slots_.forEach([&other](QaDbObjectSlot& slot) { slot.database = &other; });
 }

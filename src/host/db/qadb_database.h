@@ -18,6 +18,7 @@
 #include "host/db/qadb_layer_table.h"
 #include "host/db/qadb_linetype_table.h"
 #include "host/db/qadb_regapp_table.h"
+#include "host/db/qadb_slot_table.h"
 #include "host/db/qadb_text_style_table.h"
 
 class QaDbDatabase {
@@ -91,6 +92,8 @@ class QaDbDatabase {
   std::size_t numObjects() const;
   // Clears the modified flag of every object (a reader, when done).
   void clearAllModified();
+  // Makes room for `count` objects in all (a reader that knows roughly how many come).
+  void reserveObjects(std::size_t count);
 
   // --- tables and dictionaries
   QaDbObjectId blockTableId() const { return blockTable_; }
@@ -160,7 +163,7 @@ class QaDbDatabase {
   QaDbObjectSlot* slotFor(QaDbHandle handle, bool create);
   void buildDefaults();
 
-  std::unordered_map<QaDbHandle, std::unique_ptr<QaDbObjectSlot>> slots_;
+  QaDbSlotTable slots_;
   std::vector<QaDbObjectSlot*> order_;
   QaDbHandle handseed_{1};
   std::string version_ = "AC1032";

@@ -10,7 +10,18 @@
 
 QARX_DEFINE_MEMBERS(QaDbEntity, QaDbObject, L"")
 
-QaDbEntity::QaDbEntity() = default;
+namespace {
+QaDbSharedName defaultLayer() {
+  static const QaDbSharedName name(L"0");
+  return name;
+}
+QaDbSharedName defaultLinetype() {
+  static const QaDbSharedName name(L"ByLayer");
+  return name;
+}
+}  // namespace
+
+QaDbEntity::QaDbEntity() : layer_(defaultLayer()), linetype_(defaultLinetype()) {}
 QaDbEntity::~QaDbEntity() = default;
 
 QaDbObjectId QaDbEntity::blockId() const {
@@ -32,8 +43,18 @@ Qa::ErrorStatus QaDbEntity::setLayer(const std::wstring& name) {
     if (table == nullptr || !table->has(name)) return Qa::eKeyNotFound;
   }
   assertWriteEnabled();
-  layer_ = name;
+  layer_ = QaDbSharedName(name);
   return Qa::eOk;
+}
+
+Qa::ErrorStatus QaDbEntity::setLayer(QaDbSharedName name) {
+  if (!database()) {
+    if (name.str().empty()) return Qa::eInvalidInput;
+    assertWriteEnabled();
+    layer_ = name;
+    return Qa::eOk;
+  }
+  return setLayer(name.str());
 }
 
 Qa::ErrorStatus QaDbEntity::setColorIndex(int index) {
@@ -59,8 +80,18 @@ Qa::ErrorStatus QaDbEntity::setLinetype(const std::wstring& name) {
     if (table == nullptr || !table->has(name)) return Qa::eKeyNotFound;
   }
   assertWriteEnabled();
-  linetype_ = name;
+  linetype_ = QaDbSharedName(name);
   return Qa::eOk;
+}
+
+Qa::ErrorStatus QaDbEntity::setLinetype(QaDbSharedName name) {
+  if (!database()) {
+    if (name.str().empty()) return Qa::eInvalidInput;
+    assertWriteEnabled();
+    linetype_ = name;
+    return Qa::eOk;
+  }
+  return setLinetype(name.str());
 }
 
 Qa::ErrorStatus QaDbEntity::setLinetypeScale(double scale) {
@@ -124,10 +155,10 @@ void QaDbEntity::onAddedToDatabase() {
   QaDbDatabase* db = database();
   // The drawing must know the layer; a linetype it lacks falls back to ByLayer.
   QaDbObjectId layerId;
-  if (db->ensureLayer(layer_, layerId) != Qa::eOk) layer_ = L"0";
-  if (!isByName(linetype_, L"ByLayer") && !isByName(linetype_, L"ByBlock")) {
+  if (db->ensureLayer(layer_.str(), layerId) != Qa::eOk) layer_ = defaultLayer();
+  if (!isByName(linetype_.str(), L"ByLayer") && !isByName(linetype_.str(), L"ByBlock")) {
     auto* table = QaDbLinetypeTable::cast(db->linetypeTableId().rawObject());
-    if (table == nullptr || !table->has(linetype_)) linetype_ = L"ByLayer";
+    if (table == nullptr || !table->has(linetype_.str())) linetype_ = defaultLinetype();
   }
   for (const std::wstring& app : xDataApps()) db->registerApp(app);
 }

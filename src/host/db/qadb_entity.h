@@ -9,6 +9,7 @@
 
 #include "host/db/qadb_extents.h"
 #include "host/db/qadb_object.h"
+#include "host/db/qadb_shared_name.h"
 #include "host/ge/qage_matrix3d.h"
 
 class QaDbEntity : public QaDbObject {
@@ -22,16 +23,19 @@ class QaDbEntity : public QaDbObject {
   // reference); null when not resident.
   QaDbObjectId blockId() const;
 
-  const std::wstring& layer() const { return layer_; }
+  const std::wstring& layer() const { return layer_.str(); }
+  QaDbSharedName sharedLayer() const { return layer_; }
   // For a resident entity the layer must exist in its database (eKeyNotFound otherwise,
   // nothing changed); an entity in memory takes any non-empty name.
   Qa::ErrorStatus setLayer(const std::wstring& name);
+  Qa::ErrorStatus setLayer(QaDbSharedName name);
   int colorIndex() const { return colorIndex_; }
   // 0 ByBlock, 1..255, 256 ByLayer; anything else is eInvalidInput.
   Qa::ErrorStatus setColorIndex(int index);
-  const std::wstring& linetype() const { return linetype_; }
+  const std::wstring& linetype() const { return linetype_.str(); }
   // Same rule as setLayer, with the linetype table ("ByLayer" and "ByBlock" always pass).
   Qa::ErrorStatus setLinetype(const std::wstring& name);
+  Qa::ErrorStatus setLinetype(QaDbSharedName name);
   double linetypeScale() const { return linetypeScale_; }
   Qa::ErrorStatus setLinetypeScale(double scale);
   int lineWeight() const { return lineWeight_; }
@@ -63,9 +67,9 @@ class QaDbEntity : public QaDbObject {
   QaDbEntity(const QaDbEntity&) = default;
 
  private:
-  std::wstring layer_ = L"0";
+  QaDbSharedName layer_;
   int colorIndex_ = QaDb::kColorByLayer;
-  std::wstring linetype_ = L"ByLayer";
+  QaDbSharedName linetype_;
   double linetypeScale_ = 1.0;
   int lineWeight_ = QaDb::kLnWtByLayer;
   bool visible_ = true;

@@ -62,12 +62,9 @@ Qa::ErrorStatus QaDbObject::downgradeOpen() {
 bool QaDbObject::isReadEnabled() const { return !isDatabaseResident() || openCount_ > 0; }
 bool QaDbObject::isWriteEnabled() const { return !isDatabaseResident() || writeOpen_; }
 
-void QaDbObject::assertWriteEnabled() {
-  if (!isWriteEnabled()) {
-    throw std::logic_error("object " + handle().ascii() + " of class " +
-                           std::string(isA()->name().begin(), isA()->name().end()) + " is not open for write");
-  }
-  modified_ = true;
+void QaDbObject::throwNotOpenForWrite() const {
+  throw std::logic_error("object " + handle().ascii() + " of class " +
+                         std::string(isA()->name().begin(), isA()->name().end()) + " is not open for write");
 }
 
 bool QaDbObject::hasPersistentReactor(QaDbObjectId id) const {

@@ -51,7 +51,10 @@ class QaDbObject : public QaRxObject {
   bool isOpen() const { return openCount_ > 0; }
   void assertReadEnabled() const {}
   // Throws std::logic_error unless writable; marks the object modified.
-  void assertWriteEnabled();
+  void assertWriteEnabled() {
+    if (!id_.isNull() && !writeOpen_) throwNotOpenForWrite();
+    modified_ = true;
+  }
   // Modified since loaded (or since clearModified); new objects start modified.
   bool isModified() const { return modified_; }
   void clearModified() { modified_ = false; }
@@ -110,6 +113,8 @@ class QaDbObject : public QaRxObject {
   virtual std::unique_ptr<QaDbObject> cloneObject() const = 0;
 
  private:
+  [[noreturn]] void throwNotOpenForWrite() const;
+
   friend class QaDbDatabase;
   friend Qa::ErrorStatus qadbOpenObject(QaDbObject*& obj, QaDbObjectId id, QaDb::OpenMode mode, bool openErased);
 

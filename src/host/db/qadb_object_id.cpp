@@ -6,6 +6,7 @@
 
 const QaDbObjectId QaDbObjectId::kNull;
 
+QaDbObjectSlot::QaDbObjectSlot() = default;
 QaDbObjectSlot::QaDbObjectSlot(QaDbDatabase* db, QaDbHandle h) : database(db), handle(h) {}
 QaDbObjectSlot::~QaDbObjectSlot() = default;
 

@@ -19,6 +19,7 @@ struct QaDbObjectSlot {
   QaDbHandle handle;
   std::unique_ptr<QaDbObject> object;
 
+  QaDbObjectSlot();
   QaDbObjectSlot(QaDbDatabase* db, QaDbHandle h);
   ~QaDbObjectSlot();
   QaDbObjectSlot(const QaDbObjectSlot&) = delete;

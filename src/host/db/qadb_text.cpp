@@ -13,9 +13,9 @@ QaDbText::QaDbText(const QaGePoint3d& position, const std::wstring& text, QaDbOb
                    double rotation)
     : text_(text), position_(position), height_(height), style_(style), rotation_(rotation) {}
 
-Qa::ErrorStatus QaDbText::setTextString(const std::wstring& text) {
+Qa::ErrorStatus QaDbText::setTextString(std::wstring text) {
   assertWriteEnabled();
-  text_ = text;
+  text_ = std::move(text);
   return Qa::eOk;
 }
 

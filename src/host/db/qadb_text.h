@@ -17,7 +17,7 @@ class QaDbText : public QaDbEntity {
            double height = 0.0, double rotation = 0.0);
 
   const std::wstring& textString() const { return text_; }
-  virtual Qa::ErrorStatus setTextString(const std::wstring& text);
+  virtual Qa::ErrorStatus setTextString(std::wstring text);
   const QaGePoint3d& position() const { return position_; }
   Qa::ErrorStatus setPosition(const QaGePoint3d& p);
   const QaGePoint3d& alignmentPoint() const { return alignmentPoint_; }

@@ -16,13 +16,22 @@ class QaRxClass {
   const std::wstring& name() const { return name_; }
   const std::wstring& dxfName() const { return dxfName_; }
   const QaRxClass* myParent() const { return parent_; }
-  // True when this class is `other` or derives from it.
-  bool isDerivedFrom(const QaRxClass* other) const;
+  // True when this class is `other` or derives from it. Constant time: every class
+  // knows its ancestors by depth.
+  bool isDerivedFrom(const QaRxClass* other) const {
+    return other->depth_ <= depth_ && (other->depth_ < kMaxDepth ? ancestors_[other->depth_] == other
+                                                                 : isDerivedFromSlow(other));
+  }
 
  private:
+  static constexpr int kMaxDepth = 8;
+  bool isDerivedFromSlow(const QaRxClass* other) const;
+
   std::wstring name_;
   std::wstring dxfName_;
   const QaRxClass* parent_;
+  int depth_ = 0;                                // 0 for the root
+  const QaRxClass* ancestors_[kMaxDepth] = {};   // by depth, this class at depth_
 };
 
 class QaRxObject {

@@ -7,8 +7,8 @@ namespace tabulon::dxf {
 bool dxfReadCommonTag(const DxfReadContext& ctx, const DxfTag& tag, QaDbEntity& entity, bool& paperSpace) {
   switch (tag.code) {
     case 8: {
-      const std::wstring& layer = ctx.layerName(tag);
-      if (!layer.empty()) entity.setLayer(layer);
+      QaDbSharedName layer = ctx.layerName(tag);
+      if (!layer.str().empty()) entity.setLayer(layer);
       return true;
     }
     case 6: {

@@ -46,6 +46,7 @@ void DxfLoaderState::assignHandles() {
 void DxfLoaderState::commit(QaDbDatabase& db) {
   const std::uint64_t highestInFile = maxHandle_;
   assignHandles();
+  db.reserveObjects(pending_.size() + 64);
   std::vector<QaDbObjectId> ids(pending_.size());
   for (std::size_t i = 0; i < pending_.size(); ++i) {
     DxfPending& p = pending_[i];
@@ -66,7 +67,7 @@ void DxfLoaderState::commit(QaDbDatabase& db) {
   resolve(db, ids);
   if (headerSeed_ && headerSeed_ <= highestInFile && sawHeader_ && !ctx_.flat())
     info_.audit.add(0, "$HANDSEED " + hex(headerSeed_) + " was not above every handle; raised");
-  completeDatabase(db);
+  completeDatabase(db, ids);
   db.clearAllModified();
   for (std::size_t i = 0; i < pending_.size(); ++i)
     if (pending_[i].repaired || ctx_.flat())
@@ -227,7 +228,7 @@ void DxfLoaderState::ensureTables(QaDbDatabase& db) {
   }
 }
 
-void DxfLoaderState::completeDatabase(QaDbDatabase& db) {
+void DxfLoaderState::completeDatabase(QaDbDatabase& db, const std::vector<QaDbObjectId>& ids) {
   const bool modern = !ctx_.flat();
   auto addRecord = [&](QaDbObjectId tableId, std::unique_ptr<QaDbSymbolTableRecord> rec, const char* what) {
     auto* table = QaDbSymbolTable::cast(tableId.rawObject());
@@ -250,13 +251,16 @@ void DxfLoaderState::completeDatabase(QaDbDatabase& db) {
     std::unordered_set<std::wstring> known;
     for (QaDbObjectId id : layers->recordIds())
       if (auto* rec = QaDbSymbolTableRecord::cast(id.rawObject())) known.insert(dxfUpperName(rec->name()));
-    std::unordered_set<std::wstring> checked;  // names as written, seen already
-    for (QaDbObjectId id : db.objectIds())
-      if (auto* e = QaDbEntity::cast(id.rawObject()))
-        if (!checked.count(e->layer())) {
-          checked.insert(e->layer());
-          if (!known.count(dxfUpperName(e->layer()))) missing.insert(e->layer());
-        }
+    // Entities share their layer names, so each distinct name is looked at once.
+    std::unordered_set<const void*> checked;
+    const void* last = nullptr;
+    for (QaDbObjectId id : ids)
+      if (auto* e = QaDbEntity::cast(id.rawObject())) {
+        QaDbSharedName layer = e->sharedLayer();
+        if (layer.key() == last || !checked.insert(layer.key()).second) continue;
+        last = layer.key();
+        if (!known.count(dxfUpperName(layer.str()))) missing.insert(layer.str());
+      }
     for (const auto& name : missing) {
       if (modern) info_.audit.add(0, "layer \"" + ctx_.codec().encode(name) + "\" used but not in the LAYER table; added");
       QaDbObjectId id;
@@ -268,9 +272,9 @@ void DxfLoaderState::completeDatabase(QaDbDatabase& db) {
   {
     auto* apps = QaDbRegAppTable::cast(db.regAppTableId().rawObject());
     std::set<std::wstring> missing;
-    for (QaDbObjectId id : db.objectIds()) {
+    for (QaDbObjectId id : ids) {
       QaDbObject* o = id.rawObject();
-      if (!o) continue;
+      if (!o || o->allXData().empty()) continue;
       for (const auto& app : o->allXData())
         if (!apps->has(app.appName)) missing.insert(app.appName);
     }

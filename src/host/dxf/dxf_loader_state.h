@@ -59,7 +59,8 @@ class DxfLoaderState {
   void assignHandles();
   void ensureTables(QaDbDatabase& db);
   void resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids);
-  void completeDatabase(QaDbDatabase& db);
+  // `ids`: the objects of the file as entered (null where one could not be).
+  void completeDatabase(QaDbDatabase& db, const std::vector<QaDbObjectId>& ids);
 
   std::shared_ptr<DxfSource> source_;
   DxfLoadInfo info_;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "host/db/qadb_handle.h"
+#include "host/db/qadb_shared_name.h"
 #include "host/dxf/dxf_audit.h"
 #include "host/dxf/dxf_object_frame.h"
 #include "host/dxf/dxf_source.h"
@@ -29,9 +30,9 @@ class DxfReadContext {
 
   std::wstring text(const DxfTag& tag) const { return codec().decode(tag.value); }
   // A layer name: most entities repeat the one before, so the last is kept.
-  const std::wstring& layerName(const DxfTag& tag) const {
+  QaDbSharedName layerName(const DxfTag& tag) const {
     if (tag.value != lastLayerRaw_ || !haveLayer_) {
-      lastLayer_ = codec().decode(tag.value);
+      lastLayer_ = QaDbSharedName(codec().decode(tag.value));
       lastLayerRaw_ = tag.value;
       haveLayer_ = true;
     }
@@ -48,7 +49,7 @@ class DxfReadContext {
   const DxfSource& source_;
   DxfAuditReport& audit_;
   mutable std::string lastLayerRaw_;
-  mutable std::wstring lastLayer_;
+  mutable QaDbSharedName lastLayer_;
   mutable bool haveLayer_ = false;
 };
 

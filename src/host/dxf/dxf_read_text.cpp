@@ -19,7 +19,7 @@ struct TextFields {
   int generation = 0, horz = 0, vert = 0;
   QaGeVector3d normal{0, 0, 1};
   // attributes
-  std::wstring tag, prompt;
+  std::string_view tag, prompt;  // bytes of the file
   int flags = 0, fieldLength = 0;
   bool lock = false;
   bool tagSeen = false;
@@ -58,8 +58,8 @@ bool takeText(const DxfReadContext& ctx, const DxfTag& t, TextFields& f, bool is
 
 bool takeAttribute(const DxfReadContext& ctx, const DxfTag& t, TextFields& f) {
   switch (t.code) {
-    case 2: f.tag = ctx.text(t); f.tagSeen = true; return true;
-    case 3: f.prompt = ctx.text(t); return true;
+    case 2: f.tag = t.value; f.tagSeen = true; return true;
+    case 3: f.prompt = t.value; return true;
     case 70: f.flags = ctx.integer(t); return true;
     case 73: f.fieldLength = ctx.integer(t); return true;
     case 74: f.vert = ctx.integer(t); return true;
@@ -112,7 +112,17 @@ std::unique_ptr<QaDbEntity> dxfReadTextEntity(const DxfReadContext& ctx, std::st
   else if (type == "ATTRIB") text = std::make_unique<QaDbAttribute>();
   else text = std::make_unique<QaDbAttributeDefinition>();
 
+  // Which subclass a tag belongs to, worked out once per marker.
+  enum class Part { Other, Text, Attribute };
+  Part part = Part::Other;
+  const char* partName = nullptr;
   dxfForEachBodyTagNamed(tags, frame, [&](const DxfTag& t, int sc, std::string_view name) {
+    if (name.data() != partName) {
+      partName = name.data();
+      part = name == "AcDbText"                                                     ? Part::Text
+             : name == "AcDbAttribute" || name == "AcDbAttributeDefinition" ? Part::Attribute
+                                                                                    : Part::Other;
+    }
     if (sc < 0) {
       f.embedded = true;
       f.mtext.take(ctx, t);
@@ -124,9 +134,9 @@ std::unique_ptr<QaDbEntity> dxfReadTextEntity(const DxfReadContext& ctx, std::st
       if (!isText) takeAttribute(ctx, t, f);
       return;
     }
-    if (name == "AcDbText") {
+    if (part == Part::Text) {
       takeText(ctx, t, f, true);
-    } else if (name == "AcDbAttribute" || name == "AcDbAttributeDefinition") {
+    } else if (part == Part::Attribute) {
       if (takeAttribute(ctx, t, f)) return;
       // The multi-line part: 71 attribute type, 72, 11/21/31 (a copy of the alignment point).
       if (t.code == 71) f.attributeType = ctx.integer(t);
@@ -136,7 +146,7 @@ std::unique_ptr<QaDbEntity> dxfReadTextEntity(const DxfReadContext& ctx, std::st
   applyText(ctx, f, *text);
   out.name = f.style;
   if (auto* att = QaDbAttribute::cast(text.get())) {
-    if (!f.tag.empty()) att->setTag(f.tag);
+    if (!f.tag.empty()) att->setTag(ctx.codec().decode(f.tag));
     att->setAttributeFlags(f.flags);
     att->setFieldLength(f.fieldLength);
     att->setLockPositionInBlock(f.lock);
@@ -149,8 +159,8 @@ std::unique_ptr<QaDbEntity> dxfReadTextEntity(const DxfReadContext& ctx, std::st
       att->setTextString(m.contents());
     }
   } else if (auto* def = QaDbAttributeDefinition::cast(text.get())) {
-    if (!f.tag.empty()) def->setTag(f.tag);
-    def->setPrompt(f.prompt);
+    if (!f.tag.empty()) def->setTag(ctx.codec().decode(f.tag));
+    def->setPrompt(ctx.codec().decode(f.prompt));
     def->setAttributeFlags(f.flags);
     def->setFieldLength(f.fieldLength);
     def->setLockPositionInBlock(f.lock);

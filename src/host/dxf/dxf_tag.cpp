@@ -51,16 +51,49 @@ bool dxfIsPointCode(int c) {
   return (c >= 10 && c <= 18) || (c >= 110 && c <= 112) || (c >= 1010 && c <= 1013);
 }
 
-std::string_view dxfTrim(std::string_view text) {
-  std::size_t b = 0, e = text.size();
-  while (b < e && (text[b] == ' ' || text[b] == '\t' || text[b] == '\r')) ++b;
-  while (e > b && (text[e - 1] == ' ' || text[e - 1] == '\t' || text[e - 1] == '\r')) --e;
-  return text.substr(b, e - b);
+namespace {
+
+// Plain decimals ("-12.75", "0.0", "6740") with at most 15 significant digits
+// are exact as integer over power of ten, and one division of two exact
+// doubles rounds correctly: the same value from_chars gives, without its
+// general machinery. Anything else (exponents, long mantissas) returns false.
+bool parsePlainDecimal(std::string_view text, double& out) {
+  static constexpr double kPow10[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                      1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  std::size_t i = 0;
+  const std::size_t n = text.size();
+  const bool negative = n > 0 && text[0] == '-';
+  if (negative) ++i;
+  std::uint64_t mantissa = 0;
+  int digits = 0, fraction = -1;
+  for (; i < n; ++i) {
+    const char c = text[i];
+    if (c >= '0' && c <= '9') {
+      if (digits == 0 && c == '0' && fraction < 0) continue;  // leading zeros of the integer part
+      if (++digits > 15) return false;
+      mantissa = mantissa * 10 + static_cast<std::uint64_t>(c - '0');
+      if (fraction >= 0) ++fraction;
+    } else if (c == '.' && fraction < 0) {
+      fraction = 0;
+    } else {
+      return false;
+    }
+  }
+  const std::size_t start = negative ? 1 : 0;
+  if (n == start || (n == start + 1 && fraction == 0)) return false;  // "", "-", "." and "-."
+  if (fraction > 15) return false;
+  double value = static_cast<double>(mantissa);
+  if (fraction > 0) value /= kPow10[fraction];
+  out = negative ? -value : value;
+  return true;
 }
+
+}  // namespace
 
 std::optional<double> dxfParseDouble(std::string_view text) {
   text = dxfTrim(text);
   if (text.empty()) return std::nullopt;
+  if (double quick; parsePlainDecimal(text, quick)) return quick;
   if (text.front() == '+') text.remove_prefix(1);
   double value = 0;
   auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -72,6 +105,17 @@ std::optional<double> dxfParseDouble(std::string_view text) {
 std::optional<std::int64_t> dxfParseInt(std::string_view text) {
   text = dxfTrim(text);
   if (text.empty()) return std::nullopt;
+  if (text.size() <= 9) {
+    // Short values ("0", "-1", "256") without the general machinery.
+    std::size_t i = text[0] == '-' ? 1 : 0;
+    std::int64_t value = 0;
+    bool plain = i < text.size();
+    for (; i < text.size() && plain; ++i) {
+      plain = text[i] >= '0' && text[i] <= '9';
+      value = value * 10 + (text[i] - '0');
+    }
+    if (plain) return text[0] == '-' ? -value : value;
+  }
   if (text.front() == '+') text.remove_prefix(1);
   std::int64_t value = 0;
   auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -86,6 +130,22 @@ std::optional<std::int64_t> dxfParseInt(std::string_view text) {
 std::optional<std::uint64_t> dxfParseHandle(std::string_view text) {
   text = dxfTrim(text);
   if (text.empty() || text.size() > 16) return std::nullopt;
+  {
+    std::uint64_t value = 0;
+    bool plain = true;
+    for (char c : text) {
+      unsigned digit;
+      if (c >= '0' && c <= '9') digit = static_cast<unsigned>(c - '0');
+      else if (c >= 'A' && c <= 'F') digit = static_cast<unsigned>(c - 'A' + 10);
+      else if (c >= 'a' && c <= 'f') digit = static_cast<unsigned>(c - 'a' + 10);
+      else {
+        plain = false;
+        break;
+      }
+      value = value << 4 | digit;
+    }
+    if (plain) return value;
+  }
   std::uint64_t value = 0;
   auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
   if (ec != std::errc() || ptr != text.data() + text.size()) return std::nullopt;

@@ -35,6 +35,11 @@ std::optional<std::int64_t> dxfParseInt(std::string_view text);
 std::optional<std::uint64_t> dxfParseHandle(std::string_view text);
 
 // Blanks (space, tab, CR) removed from both ends.
-std::string_view dxfTrim(std::string_view text);
+inline std::string_view dxfTrim(std::string_view text) {
+  std::size_t b = 0, e = text.size();
+  while (b < e && (text[b] == ' ' || text[b] == '\t' || text[b] == '\r')) ++b;
+  while (e > b && (text[e - 1] == ' ' || text[e - 1] == '\t' || text[e - 1] == '\r')) --e;
+  return text.substr(b, e - b);
+}
 
 }  // namespace tabulon::dxf

@@ -6,7 +6,13 @@
 
 #include "host/dxf/dxf_tag.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -21,7 +27,7 @@ class DxfTagReader {
 
   // The next tag, or false at the end of the range. Throws DxfError for a
   // malformed group code or a group code without a value.
-  bool next(DxfTag& tag);
+  bool next(DxfTag& tag) { return nextPadded(tag) || nextGeneral(tag); }
   // Returns the tag read last to the stream: the next call to next() gives it again.
   void pushBack();
 
@@ -36,6 +42,9 @@ class DxfTagReader {
 
  private:
   std::string_view readLine(std::size_t& lineStart);
+  bool nextGeneral(DxfTag& tag);
+  bool nextPlain(DxfTag& tag);
+  bool nextPadded(DxfTag& tag);
 
   std::string_view text_;
   std::string fileName_;
@@ -46,6 +55,51 @@ class DxfTagReader {
   std::size_t lastLine_ = 0;
   bool canPushBack_ = false;
 };
+
+// The tag as nearly every writer puts it: a group code padded to three places
+// ("  0", " 10", "330"), both lines within the next 32 bytes. Both line ends are
+// found at once and the code decoded without a branch per character; false
+// (nothing read) for anything else, which the general path then takes.
+inline bool DxfTagReader::nextPadded(DxfTag& tag) {
+#if defined(__SSE2__)
+  if (end_ - pos_ < 32) return false;
+  const char* p = text_.data() + pos_;
+  const __m128i newline = _mm_set1_epi8('\n');
+  const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+  const __m128i hi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16));
+  std::uint32_t mask = static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(lo, newline))) |
+                       static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(hi, newline))) << 16;
+  if ((mask & (mask - 1)) == 0) return false;  // fewer than two line ends
+  const int codeEnd = std::countr_zero(mask);
+  mask &= mask - 1;
+  const int valueEnd = std::countr_zero(mask);
+  const bool crlf = codeEnd == 4 && p[3] == '\r';
+  if (codeEnd != 3 && !crlf) return false;
+  const unsigned d0 = static_cast<unsigned char>(p[0]) - '0';
+  const unsigned d1 = static_cast<unsigned char>(p[1]) - '0';
+  const unsigned d2 = static_cast<unsigned char>(p[2]) - '0';
+  const bool blank0 = p[0] == ' ', blank1 = p[1] == ' ';
+  const bool ok = (d2 < 10) & ((d1 < 10) | (blank1 & blank0)) & ((d0 < 10) | blank0);
+  if (!ok) return false;
+  const unsigned code = (d0 < 10 ? d0 : 0) * 100 + (d1 < 10 ? d1 : 0) * 10 + d2;
+  std::size_t length = static_cast<std::size_t>(valueEnd - codeEnd - 1);
+  const char* value = p + codeEnd + 1;
+  if (length > 0 && value[length - 1] == '\r') --length;
+  lastPos_ = pos_;
+  lastLine_ = line_;
+  canPushBack_ = true;
+  tag.code = static_cast<int>(code);
+  tag.value = std::string_view(value, length);
+  tag.line = line_;
+  tag.offset = pos_;
+  line_ += 2;
+  pos_ += static_cast<std::size_t>(valueEnd) + 1;
+  return true;
+#else
+  (void)tag;
+  return false;
+#endif
+}
 
 // True when the bytes start like a binary DXF file.
 bool dxfIsBinary(std::string_view bytes);

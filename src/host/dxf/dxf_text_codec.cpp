@@ -204,6 +204,26 @@ DxfTextCodec::DxfTextCodec(DxfTextCodec&&) noexcept = default;
 DxfTextCodec& DxfTextCodec::operator=(DxfTextCodec&&) noexcept = default;
 
 std::wstring DxfTextCodec::decode(std::string_view bytes) const {
+  if (utf8_) {
+    // One pass: widen, and note whether carets or escapes need a second look.
+    std::wstring out(bytes.size(), L'\0');
+    std::size_t n = 0;
+    bool special = false;
+    for (std::size_t i = 0; i < bytes.size();) {
+      const auto b = static_cast<unsigned char>(bytes[i]);
+      if (b < 0x80) {
+        special |= (b == '^') | (b == '\\');
+        out[n++] = static_cast<wchar_t>(b);
+        ++i;
+      } else {
+        out[n++] = static_cast<wchar_t>(nextUtf8(bytes, i));
+      }
+    }
+    out.resize(n);
+    if (!special) return out;
+    if (out.find(L'^') != std::wstring::npos) out = dxfDecodeCarets(std::move(out));
+    return out.find(L'\\') == std::wstring::npos ? out : dxfDecodeEscapes(std::move(out));
+  }
   std::wstring out = decodeBytes(bytes);
   if (out.find(L'^') != std::wstring::npos) out = dxfDecodeCarets(std::move(out));
   return out.find(L'\\') == std::wstring::npos ? out : dxfDecodeEscapes(std::move(out));
@@ -228,11 +248,14 @@ std::wstring dxfDecodeCarets(std::wstring text) {
 
 std::wstring DxfTextCodec::decodeBytes(std::string_view bytes) const {
   std::wstring out;
-  out.reserve(bytes.size());
   bool ascii = dxfIsAscii(bytes);
   if (ascii) {
-    for (char c : bytes) out += static_cast<wchar_t>(c);
-  } else if (utf8_) {
+    out.resize(bytes.size());
+    for (std::size_t i = 0; i < bytes.size(); ++i) out[i] = static_cast<wchar_t>(bytes[i]);
+    return out;
+  }
+  out.reserve(bytes.size());
+  if (utf8_) {
     std::size_t i = 0;
     while (i < bytes.size()) out += static_cast<wchar_t>(nextUtf8(bytes, i));
   } else {
