@@ -2,6 +2,9 @@
 // with given handles, symbol tables and dictionaries.
 #include "db_test_util.h"
 
+#include <cstdint>
+#include <utility>
+
 namespace {
 
 using namespace qadbtest;
@@ -94,6 +97,85 @@ TEST(QaDbDatabase, SwapMovesObjectsAndIds) {
   EXPECT_EQ(a.numObjects(), 0u);
   EXPECT_FALSE(b.modelSpaceId().isNull());
   EXPECT_EQ(b.objectIdFromHandle(line.handle()), line);
+}
+
+// Handles far beyond the others (some writers number from the top) are found like any
+// other, also after thousands of ordinary handles came in behind them.
+TEST(QaDbDatabase, HugeHandlesAreAdoptedAndTheSeedStaysAboveThem) {
+  QaDbDatabase db(false);
+  QaDbObjectId table, record;
+  ASSERT_EQ(db.adoptObject(std::make_unique<QaDbBlockTable>(), QaDbHandle(1), QaDbObjectId(), table), Qa::eOk);
+  ASSERT_EQ(db.adoptObject(std::make_unique<QaDbBlockTableRecord>(L"*Model_Space"), QaDbHandle(2), table, record),
+            Qa::eOk);
+  std::vector<std::pair<std::uint64_t, QaDbObjectId>> adopted;
+  auto adopt = [&](std::uint64_t h) {
+    QaDbObjectId id;
+    ASSERT_EQ(db.adoptObject(std::make_unique<QaDbLine>(), QaDbHandle(h), record, id), Qa::eOk) << h;
+    adopted.emplace_back(h, id);
+  };
+  for (std::uint64_t h : {0xFFFFFFFFFFFFull, 0x10000000ull, 0x11002ull}) adopt(h);
+  for (std::uint64_t h = 3; h < 0x11800; h += 7) adopt(h);
+  QaDbObjectId dup;
+  EXPECT_EQ(db.adoptObject(std::make_unique<QaDbLine>(), QaDbHandle(0x10000000), record, dup), Qa::eHandleInUse);
+  for (const auto& [h, id] : adopted) {
+    QaDbObjectId found = db.objectIdFromHandle(QaDbHandle(h));
+    ASSERT_EQ(found, id) << std::hex << h;
+    EXPECT_EQ(found.slot(), id.slot());
+    EXPECT_EQ(id.handle(), QaDbHandle(h));
+    EXPECT_EQ(id.database(), &db);
+  }
+  for (std::uint64_t h : {0x4ull, 0x11003ull, 0x0FFFFFFFull, 0xFFFFFFFFFFFEull, 0x1000000000000ull})
+    EXPECT_TRUE(db.objectIdFromHandle(QaDbHandle(h)).isNull()) << std::hex << h;
+  EXPECT_EQ(db.numObjects(), adopted.size() + 2);
+  EXPECT_EQ(db.handseed(), QaDbHandle(0x1000000000000));
+  db.setHandseed(QaDbHandle(0x20));
+  EXPECT_EQ(db.handseed(), QaDbHandle(0x1000000000000));
+  db.setHandseed(QaDbHandle(0x2000000000000));
+  EXPECT_EQ(db.handseed(), QaDbHandle(0x2000000000000));
+  QaDbObjectId fresh;
+  ASSERT_EQ(db.addObject(std::make_unique<QaDbLine>(), record, fresh), Qa::eOk);
+  fresh.rawObject()->close();
+  EXPECT_EQ(fresh.handle(), QaDbHandle(0x2000000000000));
+  EXPECT_EQ(db.objectIdFromHandle(fresh.handle()), fresh);
+}
+
+// After a swap every id answers for the database now holding its object, on both sides,
+// and objects still open through their ids.
+TEST(QaDbDatabase, SwapKeepsIdsWorkingOnBothSides) {
+  QaDbDatabase a;
+  QaDbDatabase b;
+  std::vector<QaDbObjectId> inA, inB;
+  for (int i = 0; i < 1500; ++i) inA.push_back(append(a, std::make_unique<QaDbLine>()));
+  for (int i = 0; i < 3; ++i) inB.push_back(append(b, std::make_unique<QaDbCircle>()));
+  QaDbObjectId farA;
+  ASSERT_EQ(a.adoptObject(std::make_unique<QaDbLine>(), QaDbHandle(0xABCDEF0123ull), a.modelSpaceId(), farA), Qa::eOk);
+  inA.push_back(farA);
+  const QaDbHandle seedA = a.handseed(), seedB = b.handseed();
+  const QaDbObjectId msA = a.modelSpaceId(), msB = b.modelSpaceId();
+  a.swap(b);
+  EXPECT_EQ(b.handseed(), seedA);
+  EXPECT_EQ(a.handseed(), seedB);
+  EXPECT_EQ(b.modelSpaceId(), msA);
+  EXPECT_EQ(a.modelSpaceId(), msB);
+  auto check = [](QaDbDatabase& db, const std::vector<QaDbObjectId>& ids) {
+    for (QaDbObjectId id : ids) {
+      ASSERT_EQ(id.database(), &db) << id.handle().ascii();
+      ASSERT_EQ(db.objectIdFromHandle(id.handle()), id) << id.handle().ascii();
+    }
+    for (QaDbObjectId id : db.objectIds()) ASSERT_EQ(id.database(), &db) << id.handle().ascii();
+    QaDbObjectPointer<QaDbEntity> last(ids.back(), QaDb::kForWrite);
+    ASSERT_TRUE(last);
+    EXPECT_EQ(last->blockId(), db.modelSpaceId());
+  };
+  check(b, inA);
+  check(a, inB);
+  // New objects on each side take that side's seed and stay findable.
+  QaDbObjectId newA = append(a, std::make_unique<QaDbLine>());
+  QaDbObjectId newB = append(b, std::make_unique<QaDbLine>());
+  EXPECT_EQ(newA.handle(), seedB);
+  EXPECT_EQ(newB.handle(), seedA);
+  EXPECT_EQ(a.objectIdFromHandle(seedB), newA);
+  EXPECT_EQ(b.objectIdFromHandle(seedA), newB);
 }
 
 TEST(QaDbSymbolTable, NamesAreUniqueValidAndCaseInsensitive) {

@@ -39,6 +39,82 @@ TEST(DxfTextCodec, DecodesUnicodeAndMifEscapes) {
   EXPECT_EQ(codec.decode("\\U+ZZZZ"), L"\\U+ZZZZ");
 }
 
+// UTF-8 text in one pass: characters of one to four bytes, each byte of a bad sequence
+// as U+FFFD, then the caret forms of line breaks, then \U+ and \M+ escapes.
+TEST(DxfTextCodec, Utf8DecodesCharactersCaretsAndEscapesTogether) {
+  struct Case {
+    std::string bytes;
+    std::wstring text;
+  };
+  using namespace std::string_literals;
+  const std::vector<Case> cases = {
+      {"", L""},
+      {"Plain ASCII 0-9 ~", L"Plain ASCII 0-9 ~"},
+      {"a\0b"s, L"a\0b"s},
+      {"\xC3\xA9t\xC3\xA9", L"été"},
+      {"\xE4\xB8\xAD\xE6\x96\x87", L"中文"},
+      {"\xF0\x9F\x98\x80!", L"\U0001F600!"},
+      {"\xEF\xBF\xBD", L"\uFFFD"},
+      // Bad bytes: stray continuation, bad lead, overlong, surrogate, past U+10FFFF, cut short.
+      {"a\xFF" "b", L"a\uFFFDb"},
+      {"\x80\xBF", L"\uFFFD\uFFFD"},
+      {"\xC0\xAF", L"\uFFFD\uFFFD"},
+      {"\xE0\x80\xAF", L"\uFFFD\uFFFD\uFFFD"},
+      {"\xED\xA0\x80", L"\uFFFD\uFFFD\uFFFD"},
+      {"\xF4\x90\x80\x80", L"\uFFFD\uFFFD\uFFFD\uFFFD"},
+      {"\xF5\x80", L"\uFFFD\uFFFD"},
+      {"\xE4\xB8", L"\uFFFD\uFFFD"},
+      {"x\xC2", L"x\uFFFD"},
+      {"\xE4\xB8" "a", L"\uFFFD\uFFFDa"},
+      {"\xE4^J", L"\uFFFD\n"},
+      // Carets.
+      {"a^Jb^Mc^Id", L"a\nb\rc\td"},
+      {"^j^m^i", L"^j^m^i"},
+      {"^^J", L"^\n"},
+      {"x^", L"x^"},
+      {"^ A", L"^ A"},
+      {"\\S1^2;", L"\\S1^2;"},
+      {"\xE4\xB8\xAD^J\xE6\x96\x87", L"中\n文"},
+      // Escapes.
+      {"\\U+4E2D\\U+6587", L"中文"},
+      {"\\u+4e2d", L"\\u+4e2d"},
+      {"\\U+d83d\\U+DE00", L"\U0001F600"},
+      {"\\U+00B0C", L"°C"},
+      {"\\M+5D6D0", L"中"},
+      {"\\M+193FA", L"日"},
+      {"\\U+12", L"\\U+12"},
+      {"\\U+ZZZZ", L"\\U+ZZZZ"},
+      {"\\", L"\\"},
+      {"C:\\path\\file", L"C:\\path\\file"},
+      // Together; an escaped caret is text, not a line break.
+      {"\\U+005EJ", L"^J"},
+      {"^J\\U+000A", L"\n\n"},
+      {"\xE6\xB8\xA9\xE5\xBA\xA6^J\\U+00B0C", L"温度\n°C"},
+      {"\xFF\\U+0041^I", L"\uFFFDA\t"},
+  };
+  DxfTextCodec codec("UTF-8");
+  for (const Case& c : cases) {
+    std::string hex;
+    for (unsigned char b : c.bytes) hex += " " + std::to_string(b);
+    EXPECT_EQ(codec.decode(c.bytes), c.text) << "bytes:" << hex;
+  }
+  // A long value, so that nothing depends on short-string storage.
+  std::string bytes;
+  std::wstring text;
+  for (int i = 0; i < 500; ++i) {
+    bytes += "\xE4\xB8\xAD^J\xFF";
+    text += L"中\n\uFFFD";
+  }
+  EXPECT_EQ(codec.decode(bytes), text);
+}
+
+TEST(DxfTextCodec, GbkDecodesChineseWithCaretsAndEscapes) {
+  DxfTextCodec gbk("ANSI_936");
+  EXPECT_EQ(gbk.decode("\xB9\xA4\xD0\xF2\xBF\xA8^J\\U+0041"), L"工序卡\nA");
+  // A trail byte 0x5C is part of its character, not the start of an escape.
+  EXPECT_EQ(gbk.decode("\x95\x5CU+0041"), L"\u661EU+0041");
+}
+
 TEST(DxfTextCodec, EscapesWhatTheCodePageCannotHold) {
   EXPECT_EQ(DxfTextCodec("ANSI_1252").encode(L"a中b"), "a\\U+4E2Db");
   EXPECT_EQ(DxfTextCodec("ANSI_936").encode(L"中\u20AC"), "\xD6\xD0\x80");
