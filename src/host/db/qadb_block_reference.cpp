@@ -259,8 +259,10 @@ void QaDbBlockReference::remapIds(const QaDbIdMapping& mapping, const QaDbDataba
 
 void QaDbBlockReference::attachAdoptedChild(QaDbObjectId child) {
   if (QaDbAttribute::cast(child.rawObject()) &&
-      std::find(attributeIds_.begin(), attributeIds_.end(), child) == attributeIds_.end())
+      std::find(attributeIds_.begin(), attributeIds_.end(), child) == attributeIds_.end()) {
+    if (attributeIds_.empty()) attributeIds_.reserve(4);  // one allocation for the usual few
     attributeIds_.push_back(child);
+  }
 }
 
 void QaDbBlockReference::onAddedToDatabase() {

@@ -4,7 +4,20 @@
 
 void QaDbSlotTable::reserve(std::size_t count) {
   chunks_.reserve((count + kChunkSize - 1) / kChunkSize);
-  if (dense_.size() < count) dense_.resize(count, nullptr);
+  if (dense_.size() < count) growDense(count);
+}
+
+void QaDbSlotTable::growDense(std::size_t size) {
+  dense_.resize(size, nullptr);
+  // Handles parked in the hash map that now fit move over.
+  for (auto it = sparse_.begin(); it != sparse_.end();) {
+    if (it->first < dense_.size()) {
+      dense_[it->first] = it->second;
+      it = sparse_.erase(it);
+    } else {
+      ++it;
+    }
+  }
 }
 
 QaDbObjectSlot* QaDbSlotTable::findOrAdd(QaDbHandle handle, QaDbDatabase* db) {
@@ -18,16 +31,7 @@ QaDbObjectSlot* QaDbSlotTable::findOrAdd(QaDbHandle handle, QaDbDatabase* db) {
   if (h < dense_.size()) {
     dense_[h] = slot;
   } else if (fitsDense(h)) {
-    dense_.resize(std::max<std::size_t>(h + 1, dense_.size() * 2), nullptr);
-    // Handles parked in the hash map that now fit move over.
-    for (auto it = sparse_.begin(); it != sparse_.end();) {
-      if (it->first < dense_.size()) {
-        dense_[it->first] = it->second;
-        it = sparse_.erase(it);
-      } else {
-        ++it;
-      }
-    }
+    growDense(std::max<std::size_t>(h + 1, dense_.size() * 2));
     dense_[h] = slot;
   } else {
     sparse_.emplace(h, slot);

@@ -51,6 +51,8 @@ class QaDbSlotTable {
   // A handle is indexed densely while it stays below this many times the slots in use
   // (plus a margin), so a stray huge handle cannot blow the array up.
   bool fitsDense(std::uint64_t h) const { return h < 4 * (size_ + 1) + 65536; }
+  // Enlarges the array to `size` and moves the parked handles that now fit into it.
+  void growDense(std::size_t size);
 
   std::vector<std::unique_ptr<QaDbObjectSlot[]>> chunks_;
   std::vector<QaDbObjectSlot*> dense_;  // by handle value, nullptr = none

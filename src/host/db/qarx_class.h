@@ -19,7 +19,7 @@ class QaRxClass {
   // True when this class is `other` or derives from it. Constant time: every class
   // knows its ancestors by depth.
   bool isDerivedFrom(const QaRxClass* other) const {
-    return other->depth_ <= depth_ && (other->depth_ < kMaxDepth ? ancestors_[other->depth_] == other
+    return other != nullptr && other->depth_ <= depth_ && (other->depth_ < kMaxDepth ? ancestors_[other->depth_] == other
                                                                  : isDerivedFromSlow(other));
   }
 

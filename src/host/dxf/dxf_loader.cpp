@@ -1,5 +1,6 @@
 #include "host/dxf/dxf_loader.h"
 
+#include "host/db/qadb.h"
 #include "host/db/qadb_block_table_record.h"
 #include "host/db/qadb_database.h"
 #include "host/dxf/dxf_encoding_choice.h"
@@ -145,6 +146,14 @@ void DxfLoaderState::readHeader(const std::vector<DxfTag>& tags) {
 int DxfLoaderState::internName(std::string_view raw) {
   raw = dxfTrim(raw);
   if (raw.empty()) return -1;
+  // Runs of entities name the same style or block: the last answer is kept.
+  if (lastNameIndex_ >= 0 && raw == lastName_) return lastNameIndex_;
+  lastName_ = raw;
+  lastNameIndex_ = internNameSlow(raw);
+  return lastNameIndex_;
+}
+
+int DxfLoaderState::internNameSlow(std::string_view raw) {
   auto it = nameIndex_.find(raw);
   if (it != nameIndex_.end()) return it->second;
   int index = static_cast<int>(names_.size());
@@ -175,7 +184,18 @@ int DxfLoaderState::addPending(std::unique_ptr<QaDbObject> object, const DxfRawO
   p.line = raw.line;
   p.role = role;
   maxHandle_ = std::max(maxHandle_, frame.handle);
-  if (frame.hasXData(raw.tags.size())) object->setAllXData(dxfReadXData(ctx_, raw.tags, frame.xdataBegin));
+  if (frame.hasXData(raw.tags.size())) {
+    object->setAllXData(dxfReadXData(ctx_, raw.tags, frame.xdataBegin));
+    for (const auto& app : object->allXData()) xdataApps_.insert(app.appName);
+  }
+  // Noted while the object is at hand, so that checking them later needs no pass
+  // over every object.
+  if (role == DxfRole::Entity || role == DxfRole::Attribute)
+    if (const auto* e = QaDbEntity::cast(object.get())) {
+      QaDbSharedName layer = e->sharedLayer();
+      if (layer.key() != lastLayerKey_ && layersSeen_.insert(layer.key()).second) layersUsed_.push_back(layer);
+      lastLayerKey_ = layer.key();
+    }
   bool needRefs = refs != nullptr || !frame.reactors.empty() || frame.xdictionary != 0;
   if (needRefs) {
     DxfPendingRefs r = refs ? std::move(*refs) : DxfPendingRefs{};
@@ -187,6 +207,33 @@ int DxfLoaderState::addPending(std::unique_ptr<QaDbObject> object, const DxfRawO
   p.object = std::move(object);
   pending_.push_back(std::move(p));
   return static_cast<int>(pending_.size() - 1);
+}
+
+void DxfLoaderState::noteNameKind(DxfPending& p) {
+  if (p.name < 0) return;
+  const QaDbObject* o = p.object.get();
+  p.namesStyle = QaDbMText::cast(o) || QaDbText::cast(o);
+  p.namesBlock = QaDbBlockReference::cast(o) != nullptr;
+}
+
+void DxfLoaderState::matchNamesToRecords(std::vector<int>& styles, std::vector<int>& blocks) const {
+  styles.assign(names_.size(), -1);
+  blocks.assign(names_.size(), -1);
+  auto styleTable = tables_.find("STYLE");
+  std::unordered_map<std::wstring, int> styleByName;
+  if (styleTable != tables_.end()) {
+    for (std::size_t i = 0; i < pending_.size(); ++i) {
+      const DxfPending& p = pending_[i];
+      if (p.role != DxfRole::TableRecord || p.parent != styleTable->second) continue;
+      if (const auto* rec = QaDbSymbolTableRecord::cast(p.object.get()))
+        styleByName.emplace(dxfUpperName(rec->name()), static_cast<int>(i));
+    }
+  }
+  for (std::size_t k = 0; k < names_.size(); ++k) {
+    const std::wstring upper = dxfUpperName(names_[k]);
+    if (auto it = styleByName.find(upper); it != styleByName.end()) styles[k] = it->second;
+    if (auto it = blocksByName_.find(upper); it != blocksByName_.end()) blocks[k] = it->second;
+  }
 }
 
 int DxfLoaderState::table(std::string_view name, std::size_t line, bool reportMissing) {
@@ -456,6 +503,7 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
       pending_[index].repaired = repaired;
       pending_[index].name = name;
       pending_[index].name2 = name2;
+      noteNameKind(pending_[index]);
       openInsertHasAttributes_ = true;
       return;
     }
@@ -514,6 +562,7 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
   pending_[index].repaired = repaired;
   pending_[index].name = name;
   pending_[index].name2 = name2;
+  noteNameKind(pending_[index]);
   if (!ctx_.flat() && frame.owner == 0) {
     noteOwnerless(raw.line);
     pending_[index].repaired = true;

@@ -47,9 +47,23 @@ void DxfLoaderState::commit(QaDbDatabase& db) {
   const std::uint64_t highestInFile = maxHandle_;
   assignHandles();
   db.reserveObjects(pending_.size() + 64);
+  // Styles and blocks come before the entities naming them, so most names resolve
+  // as the entity enters the database; the rest wait for resolve().
+  std::vector<int> styleRecord, blockRecord;
+  matchNamesToRecords(styleRecord, blockRecord);
   std::vector<QaDbObjectId> ids(pending_.size());
   for (std::size_t i = 0; i < pending_.size(); ++i) {
     DxfPending& p = pending_[i];
+    if (p.name >= 0 && (p.namesStyle || p.namesBlock)) {
+      const int record = (p.namesStyle ? styleRecord : blockRecord)[static_cast<std::size_t>(p.name)];
+      if (record >= 0 && static_cast<std::size_t>(record) < i && !ids[static_cast<std::size_t>(record)].isNull()) {
+        const QaDbObjectId target = ids[static_cast<std::size_t>(record)];
+        if (auto* mtext = QaDbMText::cast(p.object.get())) p.nameDone = mtext->setTextStyle(target) == Qa::eOk;
+        else if (auto* text = QaDbText::cast(p.object.get())) p.nameDone = text->setTextStyle(target) == Qa::eOk;
+        else if (auto* ref = QaDbBlockReference::cast(p.object.get()))
+          p.nameDone = ref->setBlockTableRecord(target) == Qa::eOk;
+      }
+    }
     QaDbObjectId owner;
     if (p.parent >= 0) owner = ids[static_cast<std::size_t>(p.parent)];
     else if (p.owner) owner = db.idForHandle(QaDbHandle(p.owner));
@@ -67,7 +81,7 @@ void DxfLoaderState::commit(QaDbDatabase& db) {
   resolve(db, ids);
   if (headerSeed_ && headerSeed_ <= highestInFile && sawHeader_ && !ctx_.flat())
     info_.audit.add(0, "$HANDSEED " + hex(headerSeed_) + " was not above every handle; raised");
-  completeDatabase(db, ids);
+  completeDatabase(db);
   db.clearAllModified();
   for (std::size_t i = 0; i < pending_.size(); ++i)
     if (pending_[i].repaired || ctx_.flat())
@@ -92,7 +106,7 @@ void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids) {
 
   for (std::size_t i = 0; i < pending_.size(); ++i) {
     DxfPending& p = pending_[i];
-    if ((p.refs < 0 && p.name < 0 && p.name2 < 0) || ids[i].isNull()) continue;
+    if ((p.refs < 0 && (p.name < 0 || p.nameDone) && p.name2 < 0) || ids[i].isNull()) continue;
     const DxfPendingRefs& r = p.refs >= 0 ? refs_[static_cast<std::size_t>(p.refs)] : kNoRefs;
     QaDbObjectPointer<QaDbObject> obj(ids[i], QaDb::kForWrite, true);
     if (!obj) continue;
@@ -136,9 +150,9 @@ void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids) {
       return cached(blockCache, index, [&](const std::wstring& n) { return find(blocks, n); });
     };
     if (auto* mtext = QaDbMText::cast(o)) {
-      if (p.name >= 0) mtext->setTextStyle(styleOf(p.name));
+      if (p.name >= 0 && !p.nameDone) mtext->setTextStyle(styleOf(p.name));
     } else if (auto* text = QaDbText::cast(o)) {
-      if (p.name >= 0) text->setTextStyle(styleOf(p.name));
+      if (p.name >= 0 && !p.nameDone) text->setTextStyle(styleOf(p.name));
       if (p.name2 >= 0) {
         QaDbObjectId s = cached(styleCache, p.name2, [&](const std::wstring& n) { return find(styles, n); });
         if (auto* att = QaDbAttribute::cast(o); att && att->getMTextAttribute()) {
@@ -152,9 +166,11 @@ void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids) {
         }
       }
     } else if (auto* ref = QaDbBlockReference::cast(o)) {
-      QaDbObjectId b = p.name >= 0 ? blockOf(p.name) : QaDbObjectId();
-      if (b.isNull()) info_.audit.add(p.line, "INSERT of block \"" + ctx_.codec().encode(nameOf(p.name)) + "\" that is not defined");
-      else ref->setBlockTableRecord(b);
+      if (!p.nameDone) {
+        QaDbObjectId b = p.name >= 0 ? blockOf(p.name) : QaDbObjectId();
+        if (b.isNull()) info_.audit.add(p.line, "INSERT of block \"" + ctx_.codec().encode(nameOf(p.name)) + "\" that is not defined");
+        else ref->setBlockTableRecord(b);
+      }
     } else if (auto* dim = QaDbDimension::cast(o)) {
       if (p.name >= 0) dim->setDimBlockId(blockOf(p.name));
       if (p.name2 >= 0)
@@ -228,7 +244,7 @@ void DxfLoaderState::ensureTables(QaDbDatabase& db) {
   }
 }
 
-void DxfLoaderState::completeDatabase(QaDbDatabase& db, const std::vector<QaDbObjectId>& ids) {
+void DxfLoaderState::completeDatabase(QaDbDatabase& db) {
   const bool modern = !ctx_.flat();
   auto addRecord = [&](QaDbObjectId tableId, std::unique_ptr<QaDbSymbolTableRecord> rec, const char* what) {
     auto* table = QaDbSymbolTable::cast(tableId.rawObject());
@@ -251,16 +267,8 @@ void DxfLoaderState::completeDatabase(QaDbDatabase& db, const std::vector<QaDbOb
     std::unordered_set<std::wstring> known;
     for (QaDbObjectId id : layers->recordIds())
       if (auto* rec = QaDbSymbolTableRecord::cast(id.rawObject())) known.insert(dxfUpperName(rec->name()));
-    // Entities share their layer names, so each distinct name is looked at once.
-    std::unordered_set<const void*> checked;
-    const void* last = nullptr;
-    for (QaDbObjectId id : ids)
-      if (auto* e = QaDbEntity::cast(id.rawObject())) {
-        QaDbSharedName layer = e->sharedLayer();
-        if (layer.key() == last || !checked.insert(layer.key()).second) continue;
-        last = layer.key();
-        if (!known.count(dxfUpperName(layer.str()))) missing.insert(layer.str());
-      }
+    for (const QaDbSharedName& layer : layersUsed_)
+      if (!known.count(dxfUpperName(layer.str()))) missing.insert(layer.str());
     for (const auto& name : missing) {
       if (modern) info_.audit.add(0, "layer \"" + ctx_.codec().encode(name) + "\" used but not in the LAYER table; added");
       QaDbObjectId id;
@@ -272,12 +280,8 @@ void DxfLoaderState::completeDatabase(QaDbDatabase& db, const std::vector<QaDbOb
   {
     auto* apps = QaDbRegAppTable::cast(db.regAppTableId().rawObject());
     std::set<std::wstring> missing;
-    for (QaDbObjectId id : ids) {
-      QaDbObject* o = id.rawObject();
-      if (!o || o->allXData().empty()) continue;
-      for (const auto& app : o->allXData())
-        if (!apps->has(app.appName)) missing.insert(app.appName);
-    }
+    for (const auto& app : xdataApps_)
+      if (!apps->has(app)) missing.insert(app);
     for (const auto& name : missing) {
       info_.audit.add(0, "application \"" + ctx_.codec().encode(name) +
                              "\" of extended data is not in the APPID table; added");

@@ -12,6 +12,8 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
+#include <unordered_set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -43,6 +45,12 @@ class DxfLoaderState {
 
   // The index of a name (bytes of the file) in names_; -1 for an empty one.
   int internName(std::string_view raw);
+  int internNameSlow(std::string_view raw);
+  // Notes what the name of a just-read entity refers to.
+  void noteNameKind(DxfPending& p);
+  // For each name: the pending record it names in the STYLE table and among the
+  // block records (-1 when none), first of equal names winning as in the tables.
+  void matchNamesToRecords(std::vector<int>& styles, std::vector<int>& blocks) const;
   int addPending(std::unique_ptr<QaDbObject> object, const DxfRawObject& raw, const DxfObjectFrame& frame,
                  DxfRole role, int parent, DxfPendingRefs* refs);
   int table(std::string_view name, std::size_t line, bool reportMissing);
@@ -59,8 +67,7 @@ class DxfLoaderState {
   void assignHandles();
   void ensureTables(QaDbDatabase& db);
   void resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids);
-  // `ids`: the objects of the file as entered (null where one could not be).
-  void completeDatabase(QaDbDatabase& db, const std::vector<QaDbObjectId>& ids);
+  void completeDatabase(QaDbDatabase& db);
 
   std::shared_ptr<DxfSource> source_;
   DxfLoadInfo info_;
@@ -74,6 +81,12 @@ class DxfLoaderState {
   std::vector<DxfPendingRefs> refs_;
   std::vector<std::wstring> names_;
   std::unordered_map<std::string_view, int> nameIndex_;
+  std::vector<QaDbSharedName> layersUsed_;  // by entities, each once, in order of use
+  std::unordered_set<const void*> layersSeen_;
+  const void* lastLayerKey_ = nullptr;
+  std::set<std::wstring> xdataApps_;  // application names of extended data
+  std::string_view lastName_;  // views the source
+  int lastNameIndex_ = -1;
   std::map<std::string, int, std::less<>> tables_;  // table name -> pending index
   std::unordered_map<std::wstring, int> blocksByName_;  // upper-case name -> pending index
   std::unordered_map<std::uint64_t, int> blocksByHandle_;

@@ -42,6 +42,9 @@ struct DxfPending {
   std::size_t line = 0;      // line of the "0" tag, for findings
   DxfRole role = DxfRole::Entity;
   bool paperSpace = false;   // entity with 67 1
+  bool namesStyle = false;   // `name` is a text style (TEXT, ATTRIB, ATTDEF, MTEXT)
+  bool namesBlock = false;   // `name` is a block (INSERT)
+  bool nameDone = false;     // `name` was resolved as the object entered the database
   bool repaired = false;     // changed while loading: written from its fields
 };
 

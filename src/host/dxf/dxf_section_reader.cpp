@@ -112,21 +112,25 @@ bool DxfSectionReader::nextObject(DxfRawObject& object) {
   if (!inSection_) return false;
   DxfTag tag;
   if (!readObjectStart(tag)) return false;
-  tags_.clear();
-  tags_.push_back(tag);
+  // Tags are read straight into the buffer, which only ever grows.
+  if (tags_.empty()) tags_.resize(64);
+  tags_[0] = tag;
+  std::size_t count = 1;
   std::size_t end = source_.bytes().size();
-  DxfTag more;
-  while (reader_.next(more)) {
+  while (true) {
+    if (count == tags_.size()) tags_.resize(2 * count);
+    DxfTag& more = tags_[count];
+    if (!reader_.next(more)) break;
     if (more.code == 0) {
       end = more.offset;
       lookahead_ = more;
       hasLookahead_ = true;
       break;
     }
-    tags_.push_back(more);
+    ++count;
   }
   object.type = dxfTrim(tag.value);
-  object.tags = std::span<const DxfTag>(tags_);
+  object.tags = std::span<const DxfTag>(tags_.data(), count);
   object.span = {tag.offset, end};
   object.line = tag.line;
   return true;

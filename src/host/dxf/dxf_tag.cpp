@@ -60,28 +60,27 @@ namespace {
 bool parsePlainDecimal(std::string_view text, double& out) {
   static constexpr double kPow10[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  std::size_t i = 0;
-  const std::size_t n = text.size();
-  const bool negative = n > 0 && text[0] == '-';
-  if (negative) ++i;
+  const char* p = text.data();
+  const char* const end = p + text.size();
+  const bool negative = p < end && *p == '-';
+  p += negative;
+  const char* const first = p;
+  while (p < end && *p == '0') ++p;  // leading zeros carry no digit
+  const char* const intStart = p;
   std::uint64_t mantissa = 0;
-  int digits = 0, fraction = -1;
-  for (; i < n; ++i) {
-    const char c = text[i];
-    if (c >= '0' && c <= '9') {
-      if (digits == 0 && c == '0' && fraction < 0) continue;  // leading zeros of the integer part
-      if (++digits > 15) return false;
-      mantissa = mantissa * 10 + static_cast<std::uint64_t>(c - '0');
-      if (fraction >= 0) ++fraction;
-    } else if (c == '.' && fraction < 0) {
-      fraction = 0;
-    } else {
-      return false;
-    }
+  while (p < end && static_cast<unsigned char>(*p - '0') < 10) mantissa = mantissa * 10 + static_cast<unsigned>(*p++ - '0');
+  const long intDigits = p - intStart;
+  long fraction = 0;
+  bool point = false;
+  if (p < end && *p == '.') {
+    point = true;
+    const char* const fracStart = ++p;
+    while (p < end && static_cast<unsigned char>(*p - '0') < 10) mantissa = mantissa * 10 + static_cast<unsigned>(*p++ - '0');
+    fraction = p - fracStart;
   }
-  const std::size_t start = negative ? 1 : 0;
-  if (n == start || (n == start + 1 && fraction == 0)) return false;  // "", "-", "." and "-."
-  if (fraction > 15) return false;
+  // Something else follows (an exponent, a stray character), nothing was given, or
+  // the digits are too many to be exact: the general parser decides.
+  if (p != end || p == first || (point && p == first + 1) || intDigits + fraction > 15) return false;
   double value = static_cast<double>(mantissa);
   if (fraction > 0) value /= kPow10[fraction];
   out = negative ? -value : value;

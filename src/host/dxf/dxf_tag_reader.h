@@ -62,7 +62,7 @@ class DxfTagReader {
 // (nothing read) for anything else, which the general path then takes.
 inline bool DxfTagReader::nextPadded(DxfTag& tag) {
 #if defined(__SSE2__)
-  if (end_ - pos_ < 32) return false;
+  if (pos_ >= end_ || end_ - pos_ < 32) return false;
   const char* p = text_.data() + pos_;
   const __m128i newline = _mm_set1_epi8('\n');
   const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));

@@ -117,4 +117,17 @@ TEST(QaDbSlotTable, ReservedRoomChangesNothingVisible) {
   EXPECT_EQ(table.highest(), QaDbHandle(4000));
 }
 
+// Room reserved past a parked handle takes that handle into the array: it is still
+// found, and adding it again gives the same slot.
+TEST(QaDbSlotTable, ReservingPastAParkedHandleKeepsIt) {
+  QaDbDatabase db(false);
+  QaDbSlotTable table;
+  table.findOrAdd(QaDbHandle(1), &db);
+  QaDbObjectSlot* far = table.findOrAdd(QaDbHandle(100000), &db);
+  table.reserve(200000);
+  EXPECT_EQ(table.find(QaDbHandle(100000)), far);
+  EXPECT_EQ(table.findOrAdd(QaDbHandle(100000), &db), far);
+  EXPECT_EQ(table.size(), 2u);
+}
+
 }  // namespace

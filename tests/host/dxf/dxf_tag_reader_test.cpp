@@ -282,3 +282,18 @@ TEST(DxfTag, ValueTypesFollowGroupCodeRanges) {
   EXPECT_FALSE(dxfIsPointCode(20));
   EXPECT_FALSE(dxfIsPointCode(40));
 }
+
+// A range that ends before the position the reader starts at (a byte order mark
+// skipped past a short range, or begin after end) holds no tags.
+TEST(DxfTagReader, RangeEndingBeforeItsStartHoldsNoTags) {
+  const std::string text = "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  8\n0\n  0\nENDSEC\n";
+  struct Case {
+    std::string text;
+    std::size_t begin, end;
+  };
+  for (const Case& c : {Case{"\xEF\xBB\xBF" + text, 0, 2}, Case{text, 12, 4}, Case{text + text, 40, 10}}) {
+    DxfTagReader reader(c.text, "t.dxf", c.begin, c.end);
+    DxfTag tag;
+    EXPECT_FALSE(reader.next(tag)) << c.begin << ".." << c.end;
+  }
+}
