@@ -226,3 +226,61 @@ TEST(DxfLoader, BlockBoundariesOutsideTheBlocksSectionAreDropped) {
   loadText(saveText(*db), &again);
   EXPECT_TRUE(again.audit.empty());
 }
+
+namespace {
+
+// Style and block of every text, attribute and reference, by name.
+std::vector<std::wstring> namedRecords(const QaDbDatabase& db) {
+  auto nameOf = [](QaDbObjectId id) {
+    auto* rec = QaDbSymbolTableRecord::cast(id.rawObject());
+    return rec ? rec->name() : std::wstring(L"(none)");
+  };
+  std::vector<std::wstring> out;
+  for (QaDbObjectId id : db.objectIds()) {
+    QaDbObject* o = id.rawObject();
+    if (auto* m = QaDbMText::cast(o)) out.push_back(L"MTEXT " + nameOf(m->textStyle()));
+    else if (auto* t = QaDbText::cast(o)) out.push_back(o->dxfType() + L" " + nameOf(t->textStyle()));
+    else if (auto* r = QaDbBlockReference::cast(o)) out.push_back(L"INSERT " + nameOf(r->blockTableRecord()));
+  }
+  return out;
+}
+
+}  // namespace
+
+// Styles and blocks are found by name wherever their records stand in the file: before
+// the entities, made for a BLOCK without a record, named in another case, or missing.
+TEST(DxfLoader, NamesOfStylesAndBlocksResolveWhereverTheRecordStands) {
+  const std::string good = examplePage();
+  const std::vector<std::wstring> expected = namedRecords(*loadText(good));
+  ASSERT_FALSE(expected.empty());
+  for (const std::wstring& e : expected) EXPECT_EQ(e.find(L"(none)"), std::wstring::npos) << e;
+
+  // Names in another case find the same records.
+  std::string lower = good;
+  for (std::size_t at = 0; (at = lower.find("\n  7\nHZ\n", at)) != std::string::npos; at += 8) lower.replace(at, 8, "\n  7\nhz\n");
+  const auto ref = lower.find("  0\nINSERT\n");
+  ASSERT_NE(ref, std::string::npos);
+  lower.replace(lower.find("\n  2\nTITLE\n", ref), 11, "\n  2\ntitle\n");
+  DxfLoadInfo lowerInfo;
+  EXPECT_EQ(namedRecords(*loadText(lower, &lowerInfo)), expected);
+
+  // A style the table lacks is made and reported; the texts naming it get it.
+  std::string missing = replaceFirst(good, "\n  7\nHZ\n", "\n  7\nNEWSTYLE\n");
+  DxfLoadInfo missingInfo;
+  auto db = loadText(missing, &missingInfo);
+  EXPECT_TRUE(hasFinding(missingInfo, "text style \"NEWSTYLE\" is not in the STYLE table; added"));
+  const auto names = namedRecords(*db);
+  EXPECT_EQ(std::count_if(names.begin(), names.end(), [](const std::wstring& n) { return n.ends_with(L" NEWSTYLE"); }), 1);
+
+  // A reference to a block nobody defines is reported and left without a block.
+  std::string undefined = good;
+  const auto insert = undefined.find("  0\nINSERT\n");
+  ASSERT_NE(insert, std::string::npos);
+  const auto nameAt = undefined.find("\n  2\nTITLE\n", insert);
+  undefined.replace(nameAt, 11, "\n  2\nNOWHERE\n");
+  DxfLoadInfo undefinedInfo;
+  auto db2 = loadText(undefined, &undefinedInfo);
+  EXPECT_TRUE(hasFinding(undefinedInfo, "INSERT of block \"NOWHERE\" that is not defined"));
+  const auto names2 = namedRecords(*db2);
+  EXPECT_NE(std::find(names2.begin(), names2.end(), L"INSERT (none)"), names2.end());
+}
