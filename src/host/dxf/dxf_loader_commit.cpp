@@ -321,6 +321,7 @@ void DxfLoaderState::completeDatabase(QaDbDatabase& db) {
 
   doc_->readVersion = info_.version;
   doc_->encoding = info_.encoding;
+  doc_->lineEnd = source_->lineEnd();
   doc_->encodingReason = info_.encodingReason;
   doc_->audit = info_.audit;
   db.setDxfHeader(std::move(doc_));

@@ -87,6 +87,7 @@ class DxfDocumentRecord : public QaDbDxfRecord {
   // How the file was read.
   DxfVersion readVersion = DxfVersion::R2018;
   std::string encoding;        // "UTF-8" or a code page name
+  std::string lineEnd = "\n";  // "\r\n" for a file written with CR LF: saves keep it
   std::string encodingReason;
   DxfAuditReport audit;
 };

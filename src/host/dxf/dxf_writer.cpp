@@ -128,7 +128,9 @@ DxfVersion dxfTargetVersion(const QaDbDatabase& db, const DxfWriteOptions& optio
 void dxfWrite(const QaDbDatabase& db, DxfSink& sink, const DxfWriteOptions& options) {
   const DxfVersion version = dxfTargetVersion(db, options);
   const auto* doc = dynamic_cast<const DxfDocumentRecord*>(db.dxfHeader());
-  std::string lineEnd = "\n";
+  // The line end of the file the drawing came from (so that its unchanged parts are
+  // copied as they are and the file keeps one style); LF for a new drawing.
+  const std::string lineEnd = doc && doc->lineEnd == "\r\n" ? "\r\n" : "\n";
   DxfTagWriter w(sink, lineEnd);
   const std::uint64_t firstPart = db.handseed().value();
   const std::uint64_t handseed = firstPart + partHandleBudget(db);
