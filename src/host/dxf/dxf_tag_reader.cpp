@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 
 namespace tabulon::dxf {
 
@@ -32,6 +33,21 @@ std::string excerpt(std::string_view line) {
 
 }  // namespace
 
+const std::int16_t* dxfCodePrefixTable() {
+  static const auto table = [] {
+    auto t = std::make_unique<std::int16_t[]>(1 << 16);
+    for (int i = 0; i < (1 << 16); ++i) t[static_cast<std::size_t>(i)] = -1;
+    auto at = [&](char a, char b) -> std::int16_t& {
+      return t[static_cast<std::size_t>(static_cast<unsigned char>(a) << 8 | static_cast<unsigned char>(b))];
+    };
+    at(' ', ' ') = 0;
+    for (int d = 0; d < 10; ++d) at(' ', static_cast<char>('0' + d)) = static_cast<std::int16_t>(d);
+    for (int d = 0; d < 100; ++d) at(static_cast<char>('0' + d / 10), static_cast<char>('0' + d % 10)) = static_cast<std::int16_t>(d);
+    return t;
+  }();
+  return table.get();
+}
+
 bool dxfIsBinary(std::string_view bytes) { return bytes.substr(0, kBinarySentinel.size()) == kBinarySentinel; }
 
 DxfTagReader::DxfTagReader(std::string_view text, std::string fileName, std::size_t begin,
@@ -40,7 +56,8 @@ DxfTagReader::DxfTagReader(std::string_view text, std::string fileName, std::siz
       fileName_(std::move(fileName)),
       pos_(begin),
       end_(end == std::string_view::npos || end > text.size() ? text.size() : end),
-      line_(firstLine) {
+      line_(firstLine),
+      codePrefix_(dxfCodePrefixTable()) {
   if (begin == 0) {
     if (dxfIsBinary(text_))
       throw DxfError(fileName_, 1, DxfError::kNoGroupCode,

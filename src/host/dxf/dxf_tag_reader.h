@@ -18,6 +18,10 @@
 
 namespace tabulon::dxf {
 
+// For the first two places of a group code padded to three: their value ("  " 0,
+// " 7" 7, "33" 33), or -1 when they cannot begin one ("7 ", "x1").
+const std::int16_t* dxfCodePrefixTable();
+
 class DxfTagReader {
  public:
   // Reads text[begin, end). `firstLine` is the line number at `begin`.
@@ -54,6 +58,7 @@ class DxfTagReader {
   std::size_t lastPos_ = 0;
   std::size_t lastLine_ = 0;
   bool canPushBack_ = false;
+  const std::int16_t* codePrefix_;
 };
 
 // The tag as nearly every writer puts it: a group code padded to three places
@@ -75,13 +80,12 @@ inline bool DxfTagReader::nextPadded(DxfTag& tag) {
   const int valueEnd = std::countr_zero(mask);
   const bool crlf = codeEnd == 4 && p[3] == '\r';
   if (codeEnd != 3 && !crlf) return false;
-  const unsigned d0 = static_cast<unsigned char>(p[0]) - '0';
-  const unsigned d1 = static_cast<unsigned char>(p[1]) - '0';
+  // The first two places through a table (blank-blank, blank-digit or digit-digit),
+  // the last must be a digit.
+  const int prefix = codePrefix_[static_cast<unsigned char>(p[0]) << 8 | static_cast<unsigned char>(p[1])];
   const unsigned d2 = static_cast<unsigned char>(p[2]) - '0';
-  const bool blank0 = p[0] == ' ', blank1 = p[1] == ' ';
-  const bool ok = (d2 < 10) & ((d1 < 10) | (blank1 & blank0)) & ((d0 < 10) | blank0);
-  if (!ok) return false;
-  const unsigned code = (d0 < 10 ? d0 : 0) * 100 + (d1 < 10 ? d1 : 0) * 10 + d2;
+  if ((prefix < 0) | (d2 >= 10)) return false;
+  const unsigned code = static_cast<unsigned>(prefix) * 10 + d2;
   std::size_t length = static_cast<std::size_t>(valueEnd - codeEnd - 1);
   const char* value = p + codeEnd + 1;
   if (length > 0 && value[length - 1] == '\r') --length;
