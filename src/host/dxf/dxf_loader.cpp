@@ -629,7 +629,9 @@ void dxfLoadFile(const std::filesystem::path& path, QaDbDatabase& db, DxfLoadInf
     long size = std::ftell(f);
     std::fseek(f, 0, SEEK_SET);
     if (size > 0) {
-      bytes.reserve(static_cast<std::size_t>(size));
+      // Straight into the string, in one go; a file that grew meanwhile is read on.
+      bytes.resize(static_cast<std::size_t>(size));
+      bytes.resize(std::fread(bytes.data(), 1, bytes.size(), f));
       char buffer[1 << 16];
       std::size_t got;
       while ((got = std::fread(buffer, 1, sizeof buffer, f)) > 0) bytes.append(buffer, got);
