@@ -139,8 +139,14 @@ std::vector<QaDbObjectId> QaDbDatabase::objectIds(bool includeErased) const {
 std::size_t QaDbDatabase::numObjects() const { return order_.size(); }
 
 void QaDbDatabase::clearAllModified() {
-  for (QaDbObjectSlot* s : order_)
-    if (s->object) s->object->clearModified();
+  // Touches every object once: fetch a few ahead so that the misses overlap.
+  constexpr std::size_t kAhead = 8;
+  for (std::size_t i = 0; i < order_.size(); ++i) {
+#if defined(__GNUC__)
+    if (i + kAhead < order_.size()) __builtin_prefetch(order_[i + kAhead]->object.get(), 1);
+#endif
+    if (QaDbObject* o = order_[i]->object.get()) o->clearModified();
+  }
 }
 
 namespace {

@@ -219,16 +219,10 @@ void DxfLoaderState::noteNameKind(DxfPending& p) {
 void DxfLoaderState::matchNamesToRecords(std::vector<int>& styles, std::vector<int>& blocks) const {
   styles.assign(names_.size(), -1);
   blocks.assign(names_.size(), -1);
-  auto styleTable = tables_.find("STYLE");
   std::unordered_map<std::wstring, int> styleByName;
-  if (styleTable != tables_.end()) {
-    for (std::size_t i = 0; i < pending_.size(); ++i) {
-      const DxfPending& p = pending_[i];
-      if (p.role != DxfRole::TableRecord || p.parent != styleTable->second) continue;
-      if (const auto* rec = QaDbSymbolTableRecord::cast(p.object.get()))
-        styleByName.emplace(dxfUpperName(rec->name()), static_cast<int>(i));
-    }
-  }
+  for (int i : styleRecords_)
+    if (const auto* rec = QaDbSymbolTableRecord::cast(pending_[static_cast<std::size_t>(i)].object.get()))
+      styleByName.emplace(dxfUpperName(rec->name()), i);
   for (std::size_t k = 0; k < names_.size(); ++k) {
     const std::wstring upper = dxfUpperName(names_[k]);
     if (auto it = styleByName.find(upper); it != styleByName.end()) styles[k] = it->second;
@@ -349,6 +343,7 @@ void DxfLoaderState::readTables(DxfSectionReader& sections) {
     std::wstring name = record->name();
     bool hasRefs = refs.handle2 != 0;
     int index = addPending(std::move(record), raw, frame, DxfRole::TableRecord, tableIndex, hasRefs ? &refs : nullptr);
+    if (type == "STYLE") styleRecords_.push_back(index);
     if (isBlock) {
       if (blocksByName_.count(dxfUpperName(name))) {
         info_.audit.add(raw.line, "second BLOCK_RECORD named \"" + ctx_.codec().encode(name) + "\"");

@@ -15,6 +15,16 @@ namespace {
 
 std::string hex(std::uint64_t h) { return dxfFormatHandle(h); }
 
+constexpr std::size_t kPrefetchAhead = 8;
+
+inline void dxfPrefetch(const void* p) {
+#if defined(__GNUC__)
+  __builtin_prefetch(p, 1);
+#else
+  (void)p;
+#endif
+}
+
 // Upper-case name -> record id, for one symbol table.
 std::unordered_map<std::wstring, QaDbObjectId> namesOf(QaDbObjectId tableId) {
   std::unordered_map<std::wstring, QaDbObjectId> out;
@@ -54,6 +64,9 @@ void DxfLoaderState::commit(QaDbDatabase& db) {
   std::vector<QaDbObjectId> ids(pending_.size());
   for (std::size_t i = 0; i < pending_.size(); ++i) {
     DxfPending& p = pending_[i];
+    // The objects were made long before and are out of the cache: ask for the ones a
+    // few steps ahead while this one is entered.
+    if (i + kPrefetchAhead < pending_.size()) dxfPrefetch(pending_[i + kPrefetchAhead].object.get());
     if (p.name >= 0 && (p.namesStyle || p.namesBlock)) {
       const int record = (p.namesStyle ? styleRecord : blockRecord)[static_cast<std::size_t>(p.name)];
       if (record >= 0 && static_cast<std::size_t>(record) < i && !ids[static_cast<std::size_t>(record)].isNull()) {

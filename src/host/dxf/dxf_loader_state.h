@@ -81,6 +81,7 @@ class DxfLoaderState {
   std::vector<DxfPendingRefs> refs_;
   std::vector<std::wstring> names_;
   std::unordered_map<std::string_view, int> nameIndex_;
+  std::vector<int> styleRecords_;  // pending indexes of the STYLE table's records, in order
   std::vector<QaDbSharedName> layersUsed_;  // by entities, each once, in order of use
   std::unordered_set<const void*> layersSeen_;
   const void* lastLayerKey_ = nullptr;

@@ -11,6 +11,8 @@ const QaGeVector3d QaGeVector3d::kYAxis{0.0, 1.0, 0.0};
 const QaGeVector3d QaGeVector3d::kZAxis{0.0, 0.0, 1.0};
 
 QaGeVector3d QaGeVector3d::normal() const {
+  // Already of unit length (the usual Z axis of a normal): nothing to divide.
+  if (x * x + y * y + z * z == 1.0) return *this;
   double len = length();
   return len == 0.0 ? *this : *this / len;
 }
