@@ -2,7 +2,6 @@
 
 #include "host/dxf/dxf_error.h"
 
-#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -150,40 +149,6 @@ bool DxfTagReader::nextPlain(DxfTag& tag) {
   const char* base = text_.data();
   const char* p = base + pos_;
   const char* const end = base + end_;
-#if defined(__SSE2__)
-  // Most tags fit in 32 bytes: find both line ends at once.
-  if (end - p >= 32) {
-    const __m128i newline = _mm_set1_epi8('\n');
-    const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    const __m128i hi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16));
-    std::uint32_t mask = static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(lo, newline))) |
-                         static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(hi, newline))) << 16;
-    if ((mask & (mask - 1)) != 0) {  // two line ends or more
-      const int codeEnd = std::countr_zero(mask);
-      mask &= mask - 1;
-      const int valueEnd = std::countr_zero(mask);
-      int i = 0;
-      while (i < codeEnd && p[i] == ' ') ++i;
-      const int digits = i;
-      int code = 0;
-      while (i < codeEnd && static_cast<unsigned char>(p[i] - '0') < 10) code = code * 10 + (p[i++] - '0');
-      const int codeStop = i;
-      if (i < codeEnd && p[i] == '\r') ++i;
-      if (i == codeEnd && codeStop > digits && codeStop - digits <= 6 && code <= 1071) {
-        std::size_t length = static_cast<std::size_t>(valueEnd - codeEnd - 1);
-        const char* value = p + codeEnd + 1;
-        if (length > 0 && value[length - 1] == '\r') --length;
-        tag.code = code;
-        tag.value = std::string_view(value, length);
-        tag.line = line_;
-        tag.offset = pos_;
-        line_ += 2;
-        pos_ += static_cast<std::size_t>(valueEnd) + 1;
-        return true;
-      }
-    }
-  }
-#endif
   while (p < end && *p == ' ') ++p;
   int code = 0;
   const char* digits = p;
@@ -201,14 +166,8 @@ bool DxfTagReader::nextPlain(DxfTag& tag) {
     const void* nl = std::memchr(stop, '\n', static_cast<std::size_t>(end - stop));
     stop = nl ? static_cast<const char*>(nl) : end;
   }
-  std::size_t length = static_cast<std::size_t>(stop - value);
-  if (length > 0 && value[length - 1] == '\r') --length;
-  tag.code = code;
-  tag.value = std::string_view(value, length);
-  tag.line = line_;
-  tag.offset = pos_;
-  line_ += 2;
-  pos_ = stop < end ? static_cast<std::size_t>(stop - base) + 1 : end_;
+  emit(tag, code, value, static_cast<std::size_t>(stop - value),
+       stop < end ? static_cast<std::size_t>(stop - base) + 1 : end_);
   return true;
 }
 

@@ -49,6 +49,17 @@ class DxfTagReader {
   bool nextGeneral(DxfTag& tag);
   bool nextPlain(DxfTag& tag);
   bool nextPadded(DxfTag& tag);
+  // Hands out the tag whose code line starts at the current position and whose value
+  // (`length` bytes, a CR of a CR LF end included) ends the line before `next`.
+  void emit(DxfTag& tag, int code, const char* value, std::size_t length, std::size_t next) {
+    if (length > 0 && value[length - 1] == '\r') --length;
+    tag.code = code;
+    tag.value = std::string_view(value, length);
+    tag.line = line_;
+    tag.offset = pos_;
+    line_ += 2;
+    pos_ = next;
+  }
 
   std::string_view text_;
   std::string fileName_;
@@ -86,18 +97,11 @@ inline bool DxfTagReader::nextPadded(DxfTag& tag) {
   const unsigned d2 = static_cast<unsigned char>(p[2]) - '0';
   if ((prefix < 0) | (d2 >= 10)) return false;
   const unsigned code = static_cast<unsigned>(prefix) * 10 + d2;
-  std::size_t length = static_cast<std::size_t>(valueEnd - codeEnd - 1);
-  const char* value = p + codeEnd + 1;
-  if (length > 0 && value[length - 1] == '\r') --length;
   lastPos_ = pos_;
   lastLine_ = line_;
   canPushBack_ = true;
-  tag.code = static_cast<int>(code);
-  tag.value = std::string_view(value, length);
-  tag.line = line_;
-  tag.offset = pos_;
-  line_ += 2;
-  pos_ += static_cast<std::size_t>(valueEnd) + 1;
+  emit(tag, static_cast<int>(code), p + codeEnd + 1, static_cast<std::size_t>(valueEnd - codeEnd - 1),
+       pos_ + static_cast<std::size_t>(valueEnd) + 1);
   return true;
 #else
   (void)tag;
