@@ -49,7 +49,15 @@ bool dxfCanWriteVerbatim(const DxfWriteContext& ctx, const QaDbObject& object) {
     if (k >= f.reactors.size() || f.reactors[k] != r.handle().value()) return false;
     ++k;
   }
-  return k == f.reactors.size() && ctx.db().objectIdFromHandle(object.handle()) == object.objectId();
+  if (k != f.reactors.size() || ctx.db().objectIdFromHandle(object.handle()) != object.objectId()) return false;
+  // The original tags name the records the object uses (block, text style, dimension
+  // style); one changed since loading (renamed, for one) may no longer answer to it.
+  thread_local std::vector<QaDbObjectId> used;
+  used.clear();
+  object.hardReferences(used);
+  for (QaDbObjectId id : used)
+    if (const QaDbObject* record = id.rawObject(); record && record->isModified()) return false;
+  return true;
 }
 
 void dxfWriteEntityHead(DxfEmitter& e, const QaDbEntity& entity, QaDbObjectId owner, bool useOwner) {

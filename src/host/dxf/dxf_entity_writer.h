@@ -13,7 +13,8 @@ void dxfWriteEntity(DxfWriteContext& ctx, const QaDbEntity& entity);
 
 // True when `object` may be written from its original tags byte for byte:
 // loaded from a file of R13 or later, not modified, same handle, owner,
-// reactors and extension dictionary as in the file.
+// reactors and extension dictionary as in the file, and the records it names
+// (block, text style, dimension style) not modified either.
 bool dxfCanWriteVerbatim(const DxfWriteContext& ctx, const QaDbObject& object);
 
 // The common part of an entity: head and AcDbEntity.

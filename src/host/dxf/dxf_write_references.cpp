@@ -32,10 +32,7 @@ void writeInsert(DxfWriteContext& ctx, const QaDbBlockReference& ref) {
   for (QaDbObjectId id : ref.attributeIds())
     if (!id.isNull() && !id.isErased() && id.rawObject()) attributes.push_back(id);
   const auto* rec = dynamic_cast<const DxfInsertRecord*>(ref.dxfRecord());
-  // A block definition changed since loading (renamed, for one) may no longer carry the
-  // name in the original tags: the reference is then written from its fields.
-  const QaDbObject* block = ref.blockTableRecord().rawObject();
-  bool verbatim = dxfCanWriteVerbatim(ctx, ref) && !(block && block->isModified());
+  const bool verbatim = dxfCanWriteVerbatim(ctx, ref);
   if (verbatim) {
     ctx.copySpan(rec->source(), rec->span());
   } else {

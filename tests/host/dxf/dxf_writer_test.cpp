@@ -240,3 +240,48 @@ TEST(DxfWriter, FailedSaveKeepsTheOldFile) {
   dxfSaveFile(*db, target);
   EXPECT_EQ(withoutCarriageReturns(tabulon::test::readFile(target)).substr(0, 14), "  0\nSECTION\n  ");
 }
+
+// A record renamed after loading: every text, attribute and reference that uses it
+// names it by its new name in the saved file (their original tags carry the old one).
+TEST(DxfWriter, RenamedRecordsAreNamedAnewByWhatUsesThem) {
+  QaDbDatabase built;
+  buildExamplePage(built);
+  const std::string page = saveText(built);
+  struct Case {
+    const char* what;
+    QaDbObjectId (*table)(const QaDbDatabase&);
+    const wchar_t* from;
+    const wchar_t* to;
+  };
+  const Case cases[] = {
+      {"text style", [](const QaDbDatabase& db) { return db.textStyleTableId(); }, L"HZ", L"仿宋体"},
+      {"block", [](const QaDbDatabase& db) { return db.blockTableId(); }, L"TITLE", L"TITLE_BLOCK"},
+  };
+  for (const Case& c : cases) {
+    auto db = loadText(page);
+    std::size_t users = 0;
+    {
+      auto* table = QaDbSymbolTable::cast(c.table(*db).rawObject());
+      ASSERT_NE(table, nullptr) << c.what;
+      QaDbObjectPointer<QaDbSymbolTableRecord> record(table->getAt(c.from), QaDb::kForWrite);
+      ASSERT_TRUE(record) << c.what;
+      ASSERT_EQ(record->setName(c.to), Qa::eOk) << c.what;
+    }
+    auto usesRenamed = [&](const QaDbDatabase& d) {
+      std::size_t n = 0;
+      for (QaDbObjectId id : d.objectIds()) {
+        std::vector<QaDbObjectId> used;
+        id.rawObject()->hardReferences(used);
+        for (QaDbObjectId u : used)
+          if (auto* rec = QaDbSymbolTableRecord::cast(u.rawObject()); rec && rec->name() == c.to) ++n;
+      }
+      return n;
+    };
+    users = usesRenamed(*db);
+    ASSERT_GT(users, 0u) << c.what;
+    DxfLoadInfo info;
+    auto back = loadText(saveText(*db), &info);
+    EXPECT_TRUE(info.audit.empty()) << c.what << ": " << info.audit.lines().front();
+    EXPECT_EQ(usesRenamed(*back), users) << c.what;
+  }
+}
