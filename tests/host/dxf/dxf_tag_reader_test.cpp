@@ -297,3 +297,12 @@ TEST(DxfTagReader, RangeEndingBeforeItsStartHoldsNoTags) {
     EXPECT_FALSE(reader.next(tag)) << c.begin << ".." << c.end;
   }
 }
+
+// Group codes of many digits (longer than any valid one) are refused, wherever the
+// reader meets them, without overflowing.
+TEST(DxfTagReader, OverlongGroupCodesAreRefused) {
+  for (const std::string code : {"1234567", "99999999999999999999", "  0000001071", "-12345678901"}) {
+    const std::string text = "  0\nSECTION\n" + code + "\nvalue\n  0\nENDSEC\n  0\nEOF\n";
+    EXPECT_THROW(readAll(text), DxfError) << code;
+  }
+}
