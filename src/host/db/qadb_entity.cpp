@@ -36,25 +36,17 @@ QaDbObjectId QaDbEntity::blockId() const {
   return QaDbObjectId();
 }
 
-Qa::ErrorStatus QaDbEntity::setLayer(const std::wstring& name) {
-  if (name.empty()) return Qa::eInvalidInput;
-  if (QaDbDatabase* db = database()) {
-    auto* table = QaDbLayerTable::cast(db->layerTableId().rawObject());
-    if (table == nullptr || !table->has(name)) return Qa::eKeyNotFound;
-  }
-  assertWriteEnabled();
-  layer_ = QaDbSharedName(name);
-  return Qa::eOk;
-}
+Qa::ErrorStatus QaDbEntity::setLayer(const std::wstring& name) { return setLayer(QaDbSharedName(name)); }
 
 Qa::ErrorStatus QaDbEntity::setLayer(QaDbSharedName name) {
-  if (!database()) {
-    if (name.str().empty()) return Qa::eInvalidInput;
-    assertWriteEnabled();
-    layer_ = name;
-    return Qa::eOk;
+  if (name.str().empty()) return Qa::eInvalidInput;
+  if (QaDbDatabase* db = database()) {
+    auto* table = QaDbLayerTable::cast(db->layerTableId().rawObject());
+    if (table == nullptr || !table->has(name.str())) return Qa::eKeyNotFound;
   }
-  return setLayer(name.str());
+  assertWriteEnabled();
+  layer_ = name;
+  return Qa::eOk;
 }
 
 Qa::ErrorStatus QaDbEntity::setColorIndex(int index) {
@@ -73,25 +65,18 @@ bool isByName(const std::wstring& name, const wchar_t* what) {
 }
 }  // namespace
 
-Qa::ErrorStatus QaDbEntity::setLinetype(const std::wstring& name) {
-  if (name.empty()) return Qa::eInvalidInput;
-  if (QaDbDatabase* db = database(); db && !isByName(name, L"ByLayer") && !isByName(name, L"ByBlock")) {
-    auto* table = QaDbLinetypeTable::cast(db->linetypeTableId().rawObject());
-    if (table == nullptr || !table->has(name)) return Qa::eKeyNotFound;
-  }
-  assertWriteEnabled();
-  linetype_ = QaDbSharedName(name);
-  return Qa::eOk;
-}
+Qa::ErrorStatus QaDbEntity::setLinetype(const std::wstring& name) { return setLinetype(QaDbSharedName(name)); }
 
 Qa::ErrorStatus QaDbEntity::setLinetype(QaDbSharedName name) {
-  if (!database()) {
-    if (name.str().empty()) return Qa::eInvalidInput;
-    assertWriteEnabled();
-    linetype_ = name;
-    return Qa::eOk;
+  const std::wstring& text = name.str();
+  if (text.empty()) return Qa::eInvalidInput;
+  if (QaDbDatabase* db = database(); db && !isByName(text, L"ByLayer") && !isByName(text, L"ByBlock")) {
+    auto* table = QaDbLinetypeTable::cast(db->linetypeTableId().rawObject());
+    if (table == nullptr || !table->has(text)) return Qa::eKeyNotFound;
   }
-  return setLinetype(name.str());
+  assertWriteEnabled();
+  linetype_ = name;
+  return Qa::eOk;
 }
 
 Qa::ErrorStatus QaDbEntity::setLinetypeScale(double scale) {
