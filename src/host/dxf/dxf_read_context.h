@@ -65,14 +65,15 @@ inline void dxfSetCoord(QaGeVector3d& p, int axis, double v) {
 // data): `visit(tag, subclass)` for every tag that is not a subclass marker,
 // where `subclass` counts the markers seen (0 before the first). A "101
 // Embedded Object" marker starts a part that belongs to no subclass: its tags
-// are visited with subclass -1.
+// are visited with subclass -1, up to the next subclass marker if one follows
+// (a damaged file, or one whose unknown parts were written after it).
 template <class Visit>
 void dxfForEachBodyTag(std::span<const DxfTag> tags, const DxfObjectFrame& frame, Visit&& visit) {
-  int subclass = 0;
+  int markers = 0, subclass = 0;
   for (std::size_t i = frame.bodyBegin; i < frame.xdataBegin; ++i) {
     const DxfTag& t = tags[i];
     if (t.code == 100) {
-      subclass = subclass < 0 ? subclass : subclass + 1;
+      subclass = ++markers;
       continue;
     }
     if (t.code == 101) {
@@ -87,12 +88,12 @@ void dxfForEachBodyTag(std::span<const DxfTag> tags, const DxfObjectFrame& frame
 // the first, "Embedded Object" after a 101 marker): visit(tag, subclass, name).
 template <class Visit>
 void dxfForEachBodyTagNamed(std::span<const DxfTag> tags, const DxfObjectFrame& frame, Visit&& visit) {
-  int subclass = 0;
+  int markers = 0, subclass = 0;
   std::string_view name;
   for (std::size_t i = frame.bodyBegin; i < frame.xdataBegin; ++i) {
     const DxfTag& t = tags[i];
-    if (t.code == 100 && subclass >= 0) {
-      ++subclass;
+    if (t.code == 100) {
+      subclass = ++markers;
       name = dxfTrim(t.value);
       continue;
     }

@@ -285,3 +285,36 @@ TEST(DxfWriter, RenamedRecordsAreNamedAnewByWhatUsesThem) {
     EXPECT_EQ(usesRenamed(*back), users) << c.what;
   }
 }
+
+// An attribute definition whose subclass markers are damaged (an unknown part, then
+// an embedded part where the definition's own should be) saves into something that
+// reads back: the unknown part, written after the embedded text, stays unknown.
+TEST(DxfWriter, DamagedSubclassMarkersSurviveASaveAndReload) {
+  QaDbDatabase built;
+  buildExamplePage(built);
+  std::string text = saveText(built);
+  const auto attdef = text.find("  0\nATTDEF\n");
+  ASSERT_NE(attdef, std::string::npos);
+  auto replaceAfter = [&](const std::string& from, const std::string& to) {
+    const auto at = text.find(from, attdef);
+    ASSERT_NE(at, std::string::npos) << from;
+    text.replace(at, from.size(), to);
+  };
+  replaceAfter("100\nAcDbText\n", "100\nAcDbTe\"t\n");
+  replaceAfter(" 20\n", " 20\n\xB3");  // not a number, in the part nobody reads
+  replaceAfter("100\nAcDbAttributeDefinition\n", "101\nAcDbAttributeDefinition\n");
+  auto db = loadText(text);
+  // Changed, so that it is written from its fields with the part nobody read kept.
+  QaDbObjectId defId;
+  for (QaDbObjectId id : db->objectIds())
+    if (QaDbAttributeDefinition::cast(id.rawObject()) && defId.isNull()) defId = id;
+  ASSERT_FALSE(defId.isNull());
+  {
+    QaDbObjectPointer<QaDbAttributeDefinition> def(defId, QaDb::kForWrite);
+    def->setTextString(L"新值");
+  }
+  const std::string saved = saveText(*db);
+  EXPECT_NE(saved.find("AcDbTe\"t"), std::string::npos);
+  EXPECT_NO_THROW(loadText(saved));
+  EXPECT_NO_THROW(loadText(saveText(*loadText(saved))));
+}
