@@ -112,16 +112,24 @@ std::unique_ptr<QaDbEntity> dxfReadTextEntity(const DxfReadContext& ctx, std::st
   else if (type == "ATTRIB") text = std::make_unique<QaDbAttribute>();
   else text = std::make_unique<QaDbAttributeDefinition>();
 
-  // Which subclass a tag belongs to, worked out once per marker.
+  // Which subclass a tag belongs to, worked out once per marker. The attribute part is
+  // the one named for the kind (an ATTDEF's "AcDbAttribute" is no part of it) and is
+  // read once: a repeated or foreign part is kept as it came, not read.
   enum class Part { Other, Text, Attribute };
+  const std::string_view attributePart = type == "ATTRIB" ? "AcDbAttribute" : "AcDbAttributeDefinition";
   Part part = Part::Other;
+  bool attributeRead = false;
   const char* partName = nullptr;
   dxfForEachBodyTagNamed(tags, frame, [&](const DxfTag& t, int sc, std::string_view name) {
     if (name.data() != partName) {
       partName = name.data();
-      part = name == "AcDbText"                                                     ? Part::Text
-             : name == "AcDbAttribute" || name == "AcDbAttributeDefinition" ? Part::Attribute
-                                                                                    : Part::Other;
+      part = Part::Other;
+      if (name == "AcDbText") {
+        part = Part::Text;
+      } else if (!isText && name == attributePart && !attributeRead) {
+        part = Part::Attribute;
+        attributeRead = true;
+      }
     }
     if (sc < 0) {
       f.embedded = true;

@@ -318,3 +318,32 @@ TEST(DxfWriter, DamagedSubclassMarkersSurviveASaveAndReload) {
   EXPECT_NO_THROW(loadText(saved));
   EXPECT_NO_THROW(loadText(saveText(*loadText(saved))));
 }
+
+// A part named for another kind (an attribute's part in an attribute definition) is not
+// read: its values, whatever they hold, are kept as they came, and what is saved reads back.
+TEST(DxfWriter, ForeignPartsAreKeptUnread) {
+  QaDbDatabase built;
+  buildExamplePage(built);
+  std::string text = saveText(built);
+  const auto attdef = text.find("  0\nATTDEF\n");
+  ASSERT_NE(attdef, std::string::npos);
+  const auto next = text.find("  0\n", attdef + 4);
+  const auto xdata = text.find("1001\n", attdef);
+  text.insert(xdata < next ? xdata : next, "100\nAcDbAttribute\n280\n,\n  2\nNOT_THE_TAG\n");
+  auto db = loadText(text);
+  QaDbObjectId defId;
+  for (QaDbObjectId id : db->objectIds())
+    if (QaDbAttributeDefinition::cast(id.rawObject()) && defId.isNull()) defId = id;
+  ASSERT_FALSE(defId.isNull());
+  std::wstring tag;
+  {
+    QaDbObjectPointer<QaDbAttributeDefinition> def(defId, QaDb::kForWrite);
+    tag = def->tag();
+    EXPECT_NE(tag, L"NOT_THE_TAG");
+    def->setTextString(L"新值");
+  }
+  const std::string saved = saveText(*db);
+  EXPECT_NE(saved.find("NOT_THE_TAG"), std::string::npos);
+  auto back = loadText(saved);
+  EXPECT_EQ(QaDbAttributeDefinition::cast(back->objectIdFromHandle(defId.handle()).rawObject())->tag(), tag);
+}
