@@ -21,6 +21,20 @@ namespace {
 
 std::string fixture(const std::string& name) { return (tabulon::test::fixturesDir() / name).string(); }
 
+// The example page as a drawing file.
+std::string examplePageText() {
+  QaDbDatabase built;
+  buildExamplePage(built);
+  return saveText(built);
+}
+
+// The first attribute definition of a drawing; null when it has none.
+QaDbObjectId firstAttributeDefinition(const QaDbDatabase& db) {
+  for (QaDbObjectId id : db.objectIds())
+    if (QaDbAttributeDefinition::cast(id.rawObject())) return id;
+  return QaDbObjectId();
+}
+
 // The text with CR LF line ends turned into LF.
 std::string withoutCarriageReturns(std::string text) {
   std::erase(text, '\r');
@@ -244,9 +258,7 @@ TEST(DxfWriter, FailedSaveKeepsTheOldFile) {
 // A record renamed after loading: every text, attribute and reference that uses it
 // names it by its new name in the saved file (their original tags carry the old one).
 TEST(DxfWriter, RenamedRecordsAreNamedAnewByWhatUsesThem) {
-  QaDbDatabase built;
-  buildExamplePage(built);
-  const std::string page = saveText(built);
+  const std::string page = examplePageText();
   struct Case {
     const char* what;
     QaDbObjectId (*table)(const QaDbDatabase&);
@@ -290,9 +302,7 @@ TEST(DxfWriter, RenamedRecordsAreNamedAnewByWhatUsesThem) {
 // an embedded part where the definition's own should be) saves into something that
 // reads back: the unknown part, written after the embedded text, stays unknown.
 TEST(DxfWriter, DamagedSubclassMarkersSurviveASaveAndReload) {
-  QaDbDatabase built;
-  buildExamplePage(built);
-  std::string text = saveText(built);
+  std::string text = examplePageText();
   const auto attdef = text.find("  0\nATTDEF\n");
   ASSERT_NE(attdef, std::string::npos);
   auto replaceAfter = [&](const std::string& from, const std::string& to) {
@@ -305,9 +315,7 @@ TEST(DxfWriter, DamagedSubclassMarkersSurviveASaveAndReload) {
   replaceAfter("100\nAcDbAttributeDefinition\n", "101\nAcDbAttributeDefinition\n");
   auto db = loadText(text);
   // Changed, so that it is written from its fields with the part nobody read kept.
-  QaDbObjectId defId;
-  for (QaDbObjectId id : db->objectIds())
-    if (QaDbAttributeDefinition::cast(id.rawObject()) && defId.isNull()) defId = id;
+  const QaDbObjectId defId = firstAttributeDefinition(*db);
   ASSERT_FALSE(defId.isNull());
   {
     QaDbObjectPointer<QaDbAttributeDefinition> def(defId, QaDb::kForWrite);
@@ -322,18 +330,14 @@ TEST(DxfWriter, DamagedSubclassMarkersSurviveASaveAndReload) {
 // A part named for another kind (an attribute's part in an attribute definition) is not
 // read: its values, whatever they hold, are kept as they came, and what is saved reads back.
 TEST(DxfWriter, ForeignPartsAreKeptUnread) {
-  QaDbDatabase built;
-  buildExamplePage(built);
-  std::string text = saveText(built);
+  std::string text = examplePageText();
   const auto attdef = text.find("  0\nATTDEF\n");
   ASSERT_NE(attdef, std::string::npos);
   const auto next = text.find("  0\n", attdef + 4);
   const auto xdata = text.find("1001\n", attdef);
   text.insert(xdata < next ? xdata : next, "100\nAcDbAttribute\n280\n,\n  2\nNOT_THE_TAG\n");
   auto db = loadText(text);
-  QaDbObjectId defId;
-  for (QaDbObjectId id : db->objectIds())
-    if (QaDbAttributeDefinition::cast(id.rawObject()) && defId.isNull()) defId = id;
+  const QaDbObjectId defId = firstAttributeDefinition(*db);
   ASSERT_FALSE(defId.isNull());
   std::wstring tag;
   {
