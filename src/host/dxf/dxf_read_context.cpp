@@ -4,13 +4,13 @@
 
 namespace tabulon::dxf {
 
-double DxfReadContext::real(const DxfTag& tag) const {
+double DxfReadContext::realSlow(const DxfTag& tag) const {
   auto v = dxfParseDouble(tag.value);
   if (!v) fail(tag, "not a number: \"" + std::string(dxfTrim(tag.value).substr(0, 40)) + "\"");
   return *v;
 }
 
-int DxfReadContext::integer(const DxfTag& tag) const {
+int DxfReadContext::integerSlow(const DxfTag& tag) const {
   auto v = dxfParseInt(tag.value);
   if (!v || *v < INT32_MIN || *v > INT32_MAX)
     fail(tag, "not an integer: \"" + std::string(dxfTrim(tag.value).substr(0, 40)) + "\"");

@@ -119,15 +119,20 @@ bool DxfSectionReader::nextObject(DxfRawObject& object) {
   std::size_t end = source_.bytes().size();
   while (true) {
     if (count == tags_.size()) tags_.resize(2 * count);
-    DxfTag& more = tags_[count];
-    if (!reader_.next(more)) break;
-    if (more.code == 0) {
-      end = more.offset;
-      lookahead_ = more;
+    bool atZero = false;
+    count += reader_.readRun(tags_.data() + count, tags_.size() - count, atZero);
+    if (!atZero) {
+      if (count == tags_.size()) continue;
+      // A tag of another shape, or the end of the text.
+      if (!reader_.next(tags_[count])) break;
+      atZero = tags_[count++].code == 0;
+    }
+    if (atZero) {
+      lookahead_ = tags_[--count];
       hasLookahead_ = true;
+      end = lookahead_.offset;
       break;
     }
-    ++count;
   }
   object.type = dxfTrim(tag.value);
   object.tags = std::span<const DxfTag>(tags_.data(), count);

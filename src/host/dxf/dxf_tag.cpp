@@ -51,48 +51,11 @@ bool dxfIsPointCode(int c) {
   return (c >= 10 && c <= 18) || (c >= 110 && c <= 112) || (c >= 1010 && c <= 1013);
 }
 
-namespace {
-
-// Plain decimals ("-12.75", "0.0", "6740") with at most 15 significant digits
-// are exact as integer over power of ten, and one division of two exact
-// doubles rounds correctly: the same value from_chars gives, without its
-// general machinery. Anything else (exponents, long mantissas) returns false.
-bool parsePlainDecimal(std::string_view text, double& out) {
-  static constexpr double kPow10[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                      1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  const char* p = text.data();
-  const char* const end = p + text.size();
-  const bool negative = p < end && *p == '-';
-  p += negative;
-  const char* const first = p;
-  while (p < end && *p == '0') ++p;  // leading zeros carry no digit
-  const char* const intStart = p;
-  std::uint64_t mantissa = 0;
-  while (p < end && static_cast<unsigned char>(*p - '0') < 10) mantissa = mantissa * 10 + static_cast<unsigned>(*p++ - '0');
-  const long intDigits = p - intStart;
-  long fraction = 0;
-  bool point = false;
-  if (p < end && *p == '.') {
-    point = true;
-    const char* const fracStart = ++p;
-    while (p < end && static_cast<unsigned char>(*p - '0') < 10) mantissa = mantissa * 10 + static_cast<unsigned>(*p++ - '0');
-    fraction = p - fracStart;
-  }
-  // Something else follows (an exponent, a stray character), nothing was given, or
-  // the digits are too many to be exact: the general parser decides.
-  if (p != end || p == first || (point && p == first + 1) || intDigits + fraction > 15) return false;
-  double value = static_cast<double>(mantissa);
-  if (fraction > 0) value /= kPow10[fraction];
-  out = negative ? -value : value;
-  return true;
-}
-
-}  // namespace
 
 std::optional<double> dxfParseDouble(std::string_view text) {
   text = dxfTrim(text);
   if (text.empty()) return std::nullopt;
-  if (double quick; parsePlainDecimal(text, quick)) return quick;
+  if (double quick; dxfParsePlainDecimal(text, quick)) return quick;
   if (text.front() == '+') text.remove_prefix(1);
   double value = 0;
   auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -127,28 +90,10 @@ std::optional<std::int64_t> dxfParseInt(std::string_view text) {
 }
 
 std::optional<std::uint64_t> dxfParseHandle(std::string_view text) {
+  if (std::uint64_t quick; dxfParsePlainHandle(text, quick)) return quick;
   text = dxfTrim(text);
-  if (text.empty() || text.size() > 16) return std::nullopt;
-  {
-    std::uint64_t value = 0;
-    bool plain = true;
-    for (char c : text) {
-      unsigned digit;
-      if (c >= '0' && c <= '9') digit = static_cast<unsigned>(c - '0');
-      else if (c >= 'A' && c <= 'F') digit = static_cast<unsigned>(c - 'A' + 10);
-      else if (c >= 'a' && c <= 'f') digit = static_cast<unsigned>(c - 'a' + 10);
-      else {
-        plain = false;
-        break;
-      }
-      value = value << 4 | digit;
-    }
-    if (plain) return value;
-  }
-  std::uint64_t value = 0;
-  auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
-  if (ec != std::errc() || ptr != text.data() + text.size()) return std::nullopt;
-  return value;
+  if (std::uint64_t trimmed; dxfParsePlainHandle(text, trimmed)) return trimmed;
+  return std::nullopt;
 }
 
 }  // namespace tabulon::dxf

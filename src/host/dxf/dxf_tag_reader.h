@@ -32,6 +32,12 @@ class DxfTagReader {
   // The next tag, or false at the end of the range. Throws DxfError for a
   // malformed group code or a group code without a value.
   bool next(DxfTag& tag) { return nextPadded(tag) || nextGeneral(tag); }
+  // Reads tags of the usual shape (see nextPadded) into out[0, capacity) and
+  // returns how many. Stops after a "0" tag (`endedAtZero` then true), when out
+  // is full, or before a tag of another shape or the end of the range, which
+  // next() then reads. Keeps its position in locals, so a long run costs little
+  // more than the scanning itself.
+  std::size_t readRun(DxfTag* out, std::size_t capacity, bool& endedAtZero);
   // Returns the tag read last to the stream: the next call to next() gives it again.
   void pushBack();
 
@@ -73,13 +79,19 @@ class DxfTagReader {
 };
 
 // The tag as nearly every writer puts it: a group code padded to three places
-// ("  0", " 10", "330"), both lines within the next 32 bytes. Both line ends are
-// found at once and the code decoded without a branch per character; false
-// (nothing read) for anything else, which the general path then takes.
-inline bool DxfTagReader::nextPadded(DxfTag& tag) {
+// ("  0", " 10", "330"), both lines within the 32 bytes at `p`. Both line ends
+// are found at once and the code decoded without a branch per character. Gives
+// the code, where the value starts and ends and where the next tag
+// begins, relative to `p`; false for anything else, which the general path takes.
+// The caller makes sure 32 bytes can be read at `p`.
+struct DxfPaddedTag {
+  unsigned code;
+  int valueStart;
+  int valueLength;
+  int next;
+};
+inline bool dxfDecodePadded(const char* p, const std::int16_t* codePrefix, DxfPaddedTag& out) {
 #if defined(__SSE2__)
-  if (pos_ >= end_ || end_ - pos_ < 32) return false;
-  const char* p = text_.data() + pos_;
   const __m128i newline = _mm_set1_epi8('\n');
   const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
   const __m128i hi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16));
@@ -93,20 +105,68 @@ inline bool DxfTagReader::nextPadded(DxfTag& tag) {
   if (codeEnd != 3 && !crlf) return false;
   // The first two places through a table (blank-blank, blank-digit or digit-digit),
   // the last must be a digit.
-  const int prefix = codePrefix_[static_cast<unsigned char>(p[0]) << 8 | static_cast<unsigned char>(p[1])];
+  const int prefix = codePrefix[static_cast<unsigned char>(p[0]) << 8 | static_cast<unsigned char>(p[1])];
   const unsigned d2 = static_cast<unsigned char>(p[2]) - '0';
   if ((prefix < 0) | (d2 >= 10)) return false;
-  const unsigned code = static_cast<unsigned>(prefix) * 10 + d2;
+  out.code = static_cast<unsigned>(prefix) * 10 + d2;
+  out.valueStart = codeEnd + 1;
+  out.valueLength = valueEnd - codeEnd - 1;  // a CR of a CR LF end included
+  out.next = valueEnd + 1;
+  return true;
+#else
+  (void)p;
+  (void)codePrefix;
+  (void)out;
+  return false;
+#endif
+}
+
+inline bool DxfTagReader::nextPadded(DxfTag& tag) {
+  if (pos_ >= end_ || end_ - pos_ < 32) return false;
+  const char* p = text_.data() + pos_;
+  DxfPaddedTag t;
+  if (!dxfDecodePadded(p, codePrefix_, t)) return false;
   lastPos_ = pos_;
   lastLine_ = line_;
   canPushBack_ = true;
-  emit(tag, static_cast<int>(code), p + codeEnd + 1, static_cast<std::size_t>(valueEnd - codeEnd - 1),
-       pos_ + static_cast<std::size_t>(valueEnd) + 1);
+  emit(tag, static_cast<int>(t.code), p + t.valueStart, static_cast<std::size_t>(t.valueLength),
+       pos_ + static_cast<std::size_t>(t.next));
   return true;
-#else
-  (void)tag;
-  return false;
-#endif
+}
+
+inline std::size_t DxfTagReader::readRun(DxfTag* out, std::size_t capacity, bool& endedAtZero) {
+  endedAtZero = false;
+  if (pos_ >= end_) return 0;
+  const char* const base = text_.data();
+  const char* p = base + pos_;
+  std::size_t line = line_;
+  std::size_t n = 0;
+  DxfPaddedTag t;
+  while (n < capacity && end_ - static_cast<std::size_t>(p - base) >= 32 &&
+         dxfDecodePadded(p, codePrefix_, t)) {
+    DxfTag& tag = out[n++];
+    tag.code = static_cast<int>(t.code);
+    const char* value = p + t.valueStart;
+    int length = t.valueLength;
+    if (length > 0 && value[length - 1] == '\r') --length;
+    tag.value = std::string_view(value, static_cast<std::size_t>(length));
+    tag.line = line;
+    tag.offset = static_cast<std::size_t>(p - base);
+    line += 2;
+    p += t.next;
+    if (t.code == 0) {
+      endedAtZero = true;
+      break;
+    }
+  }
+  if (n > 0) {
+    lastPos_ = out[n - 1].offset;
+    lastLine_ = out[n - 1].line;
+    canPushBack_ = true;
+    pos_ = static_cast<std::size_t>(p - base);
+    line_ = line;
+  }
+  return n;
 }
 
 // True when the bytes start like a binary DXF file.

@@ -201,6 +201,25 @@ TEST(DxfTagReader, RandomTextsReadLikeAPlainLineSplit) {
       expectSameTag(tag, want[i], where + " part tag " + std::to_string(i));
     }
     EXPECT_FALSE(part.next(tag)) << where;
+
+    // Runs of tags into buffers of any size, mixed with single tags, read the same.
+    DxfTagReader runs(text, "t.dxf");
+    std::vector<DxfTag> got;
+    while (got.size() < want.size() + 1) {
+      DxfTag buffer[4];
+      bool atZero = false;
+      const std::size_t n = runs.readRun(buffer, 1 + rng() % 4, atZero);
+      got.insert(got.end(), buffer, buffer + n);
+      if (n > 0) {
+        EXPECT_EQ(atZero, buffer[n - 1].code == 0) << where;
+      }
+      if (n == 0 || rng() % 2 == 0) {
+        if (!runs.next(tag)) break;
+        got.push_back(tag);
+      }
+    }
+    ASSERT_EQ(got.size(), want.size()) << where;
+    for (std::size_t i = 0; i < want.size(); ++i) expectSameTag(got[i], want[i], where + " run tag " + std::to_string(i));
   }
   // Both kinds of text occurred: those too short for a 32-byte look ahead and longer ones.
   EXPECT_GT(shortTexts, 100);

@@ -57,21 +57,25 @@ TEST(DxfTag, RealsAreReadBitForBitAsTheStandardLibraryReadsThem) {
       "1234567890123456", "12345678.90123456", "123456789012345.6", "1.23456789012345", "1.234567890123456",
       "9007199254740993", "0.000000000000001", "0.0000000000000001", "3.141592653589793238462643",
       "0.30000000000000004", "1.7976931348623157", "000000000000000000000000000001.5",
+      "9007199254740992", "9007199254740993", "-9007199254740992.5", "900719925474099.3", "9999999999999999999",
+      "99999999999999999999", "18446744073709551617", "1.0000000000000000000001", "0.0000000000000000000001",
+      "0.00000000000000000000001",
       "1e5", "1E-5", "-2.5e+3", "1.5e308", "2.2250738585072014e-308", "5e-324", "1e400", "-1e400", "1e-400",
       "", " ", "\t", "+", "-", ".", "-.", "+.", "+-5", "-+5", "--1", "1.2.3", "1,5", "12a", "0x1A", "1e",
       "e5", ".e5", "1 2", "inf", "-inf", "nan", "1.#QNAN", "1.#INF", " 7.25 ", "\t-3.5\r", "  -0.0  ",
   };
   for (const std::string& text : fixed) expectSameReal(text);
 
-  // Generated plain decimals around the 15-digit limit, with and without exponents.
+  // Generated decimals around the limits of the quick path (mantissas near 2^53,
+  // 19 digits, fractions of 22 places), with and without exponents.
   std::mt19937_64 rng(1234);
   for (int i = 0; i < 20000; ++i) {
     std::string text;
     if (rng() % 3 == 0) text += '-';
-    const int whole = static_cast<int>(rng() % 12);
+    const int whole = static_cast<int>(rng() % (rng() % 4 == 0 ? 21 : 12));
     const int zeros = rng() % 4 == 0 ? static_cast<int>(rng() % 4) : 0;
     text += std::string(static_cast<std::size_t>(zeros), '0') + digits(rng, whole);
-    const int fraction = static_cast<int>(rng() % 18);
+    const int fraction = static_cast<int>(rng() % 25);
     if (fraction > 0 || rng() % 4 == 0) text += '.' + digits(rng, fraction);
     if (rng() % 10 == 0) text += (rng() % 2 ? "e" : "E-") + std::to_string(rng() % 40);
     expectSameReal(text);
