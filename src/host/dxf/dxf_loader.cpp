@@ -598,9 +598,13 @@ void DxfLoaderState::readObjects(DxfSectionReader& sections) {
 
 // ---------------------------------------------------------------- entry points
 
-void dxfLoad(std::string bytes, const std::string& fileName, QaDbDatabase& db, DxfLoadInfo* info) {
-  auto source = std::make_shared<DxfSource>(fileName, std::move(bytes));
-  DxfLoaderState state(source);
+namespace {
+
+// Reads the whole source into a scratch database, and only when that worked
+// makes it the content of `db`.
+void loadSource(std::shared_ptr<DxfSource> source, QaDbDatabase& db, DxfLoadInfo* info) {
+  const std::string fileName = source->fileName();
+  DxfLoaderState state(std::move(source));
   state.parse();
   QaDbDatabase scratch(false);
   state.commit(scratch);
@@ -609,33 +613,48 @@ void dxfLoad(std::string bytes, const std::string& fileName, QaDbDatabase& db, D
   if (info) *info = std::move(state.info());
 }
 
+struct FileCloser {
+  void operator()(std::FILE* f) const { std::fclose(f); }
+};
+
+}  // namespace
+
+void dxfLoad(std::string bytes, const std::string& fileName, QaDbDatabase& db, DxfLoadInfo* info) {
+  loadSource(std::make_shared<DxfSource>(fileName, std::move(bytes)), db, info);
+}
+
 void dxfLoadFile(const std::filesystem::path& path, QaDbDatabase& db, DxfLoadInfo* info) {
-  std::string bytes;
   std::string name = path.string();
   if (name == "-") {
-    bytes.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
-  } else {
-    std::error_code ec;
-    if (std::filesystem::is_directory(path, ec))
-      throw DxfError(name, 0, DxfError::kNoGroupCode, "is a folder, not a drawing");
-    std::FILE* f = std::fopen(name.c_str(), "rb");
-    if (!f) throw DxfError(name, 0, DxfError::kNoGroupCode, "cannot open the file");
-    std::fseek(f, 0, SEEK_END);
-    long size = std::ftell(f);
-    std::fseek(f, 0, SEEK_SET);
-    if (size > 0) {
-      // Straight into the string, in one go; a file that grew meanwhile is read on.
-      bytes.resize(static_cast<std::size_t>(size));
-      bytes.resize(std::fread(bytes.data(), 1, bytes.size(), f));
-      char buffer[1 << 16];
-      std::size_t got;
-      while ((got = std::fread(buffer, 1, sizeof buffer, f)) > 0) bytes.append(buffer, got);
-    }
-    bool failed = std::ferror(f) != 0;
-    std::fclose(f);
-    if (failed) throw DxfError(name, 0, DxfError::kNoGroupCode, "cannot read the file");
+    std::string bytes(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>{});
+    dxfLoad(std::move(bytes), name, db, info);
+    return;
   }
-  dxfLoad(std::move(bytes), name, db, info);
+  std::error_code ec;
+  if (std::filesystem::is_directory(path, ec))
+    throw DxfError(name, 0, DxfError::kNoGroupCode, "is a folder, not a drawing");
+  std::unique_ptr<std::FILE, FileCloser> file(std::fopen(name.c_str(), "rb"));
+  if (!file) throw DxfError(name, 0, DxfError::kNoGroupCode, "cannot open the file");
+  std::FILE* f = file.get();
+  std::fseek(f, 0, SEEK_END);
+  const long size = std::ftell(f);
+  std::fseek(f, 0, SEEK_SET);
+  // Straight into a buffer that is not cleared first, in one go.
+  const std::size_t expected = size > 0 ? static_cast<std::size_t>(size) : 0;
+  auto buffer = std::make_unique_for_overwrite<char[]>(expected);
+  const std::size_t got = std::fread(buffer.get(), 1, expected, f);
+  // A file that grew meanwhile (or whose size could not be told) is read on.
+  std::string more;
+  char chunk[1 << 16];
+  for (std::size_t n; (n = std::fread(chunk, 1, sizeof chunk, f)) > 0;) more.append(chunk, n);
+  if (std::ferror(f)) throw DxfError(name, 0, DxfError::kNoGroupCode, "cannot read the file");
+  file.reset();
+  if (more.empty()) {
+    loadSource(std::make_shared<DxfSource>(name, std::move(buffer), got), db, info);
+  } else {
+    more.insert(0, buffer.get(), got);
+    dxfLoad(std::move(more), name, db, info);
+  }
 }
 
 }  // namespace tabulon::dxf

@@ -5,7 +5,18 @@
 namespace tabulon::dxf {
 
 DxfSource::DxfSource(std::string fileName, std::string bytes)
-    : fileName_(std::move(fileName)), bytes_(std::move(bytes)), codec_(std::make_unique<DxfTextCodec>("ANSI_1252")) {
+    : fileName_(std::move(fileName)), text_(std::move(bytes)), bytes_(text_),
+      codec_(std::make_unique<DxfTextCodec>("ANSI_1252")) {
+  noteLineEnd();
+}
+
+DxfSource::DxfSource(std::string fileName, std::unique_ptr<char[]> buffer, std::size_t size)
+    : fileName_(std::move(fileName)), buffer_(std::move(buffer)), bytes_(buffer_.get(), size),
+      codec_(std::make_unique<DxfTextCodec>("ANSI_1252")) {
+  noteLineEnd();
+}
+
+void DxfSource::noteLineEnd() {
   std::size_t nl = bytes_.find('\n');
   lineEnd_ = (nl != std::string::npos && nl > 0 && bytes_[nl - 1] == '\r') ? "\r\n" : "\n";
 }

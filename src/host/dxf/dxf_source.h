@@ -24,12 +24,15 @@ struct DxfSpan {
 class DxfSource {
  public:
   DxfSource(std::string fileName, std::string bytes);
+  // Takes `size` bytes of a buffer filled by the caller (a file read into
+  // memory that was never cleared first).
+  DxfSource(std::string fileName, std::unique_ptr<char[]> buffer, std::size_t size);
   DxfSource(const DxfSource&) = delete;
   DxfSource& operator=(const DxfSource&) = delete;
 
   const std::string& fileName() const { return fileName_; }
   std::string_view bytes() const { return bytes_; }
-  std::string_view text(DxfSpan span) const { return std::string_view(bytes_).substr(span.begin, span.end - span.begin); }
+  std::string_view text(DxfSpan span) const { return bytes_.substr(span.begin, span.end - span.begin); }
   // "\r\n" when the file's first line ends so, else "\n".
   const std::string& lineEnd() const { return lineEnd_; }
   // 1-based line number of a byte offset.
@@ -45,8 +48,12 @@ class DxfSource {
   void setCodec(std::unique_ptr<DxfTextCodec> codec) { codec_ = std::move(codec); }
 
  private:
+  void noteLineEnd();
+
   std::string fileName_;
-  std::string bytes_;
+  std::string text_;                // the bytes, when given as a string
+  std::unique_ptr<char[]> buffer_;  // the bytes, when given as a buffer
+  std::string_view bytes_;          // whichever holds them
   std::string lineEnd_;
   DxfVersion version_ = DxfVersion::R12;
   std::unique_ptr<DxfTextCodec> codec_;
