@@ -131,8 +131,14 @@ QaDbObjectId QaDbDatabase::idForHandle(QaDbHandle handle) {
 std::vector<QaDbObjectId> QaDbDatabase::objectIds(bool includeErased) const {
   std::vector<QaDbObjectId> out;
   out.reserve(order_.size());
-  for (QaDbObjectSlot* s : order_)
+  for (std::size_t i = 0; i < order_.size(); ++i) {
+#if defined(__GNUC__)
+    // Looks at every object: fetch a few ahead so that the misses overlap.
+    if (!includeErased && i + 8 < order_.size()) __builtin_prefetch(order_[i + 8]->object.get());
+#endif
+    QaDbObjectSlot* s = order_[i];
     if (s->object && (includeErased || !s->object->isErased())) out.emplace_back(s);
+  }
   return out;
 }
 

@@ -8,4 +8,7 @@
 struct QaDbDxfRecord {
   virtual ~QaDbDxfRecord();
   virtual std::unique_ptr<QaDbDxfRecord> clone() const = 0;
+  // A number the codec gives each of its record classes, so that a writer that
+  // asks for every object's record needs no dynamic cast. 0 when not told.
+  virtual int codecKind() const { return 0; }
 };

@@ -11,7 +11,7 @@ namespace tabulon::dxf {
 namespace {
 
 DxfOriginal loadOriginal(const QaDbObject& object) {
-  if (const auto* rec = dynamic_cast<const DxfObjectRecord*>(object.dxfRecord()))
+  if (const auto* rec = dxfObjectRecordOf(object.dxfRecord()))
     return DxfWriteContext::original(rec->source(), rec->span());
   return {};
 }

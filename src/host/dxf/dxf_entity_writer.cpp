@@ -34,7 +34,7 @@ bool isPaperLayout(QaDbObjectId btrId) {
 
 bool dxfCanWriteVerbatim(const DxfWriteContext& ctx, const QaDbObject& object) {
   if (object.isModified()) return false;
-  const auto* rec = dynamic_cast<const DxfObjectRecord*>(object.dxfRecord());
+  const auto* rec = dxfObjectRecordOf(object.dxfRecord());
   if (!rec || rec->span().empty()) return false;
   if (!dxfVersionHasSubclasses(rec->source().version())) return false;
   DxfObjectFrame f = headFrame(rec->source(), rec->span());

@@ -54,23 +54,15 @@ void writeObject(DxfWriteContext& ctx, const QaDbObject& object) {
   e.finish();
 }
 
-bool isObjectsSectionObject(const QaDbObject* o) {
-  return o && !QaDbEntity::cast(o) && !QaDbSymbolTable::cast(o) && !QaDbSymbolTableRecord::cast(o);
-}
-
 }  // namespace
 
-void dxfWriteObjects(DxfWriteContext& ctx) {
+void dxfWriteObjects(DxfWriteContext& ctx, const std::vector<const QaDbObject*>& objects) {
   const QaDbDatabase& db = ctx.db();
   DxfTagWriter& w = ctx.w();
   ctx.beginSection("OBJECTS");
   QaDbObjectId root = db.namedObjectsDictionaryId();
   if (QaDbObject* r = root.rawObject(); r && !root.isErased()) writeObject(ctx, *r);
-  for (QaDbObjectId id : db.objectIds()) {
-    if (id == root) continue;
-    QaDbObject* o = id.rawObject();
-    if (isObjectsSectionObject(o)) writeObject(ctx, *o);
-  }
+  for (const QaDbObject* o : objects) writeObject(ctx, *o);
   w.write(0, "ENDSEC");
 }
 

@@ -4,8 +4,11 @@
 
 #include "host/dxf/dxf_write_context.h"
 
+#include <vector>
+
 namespace tabulon::dxf {
 
-void dxfWriteObjects(DxfWriteContext& ctx);
+// `objects`: the non-graphical objects other than the named objects dictionary.
+void dxfWriteObjects(DxfWriteContext& ctx, const std::vector<const QaDbObject*>& objects);
 
 }  // namespace tabulon::dxf

@@ -20,9 +20,13 @@ namespace tabulon::dxf {
 // For a POLYLINE it covers the whole run POLYLINE ... VERTEX ... SEQEND.
 class DxfObjectRecord : public QaDbDxfRecord {
  public:
+  // What codecKind() says of the object records (of any of the classes below).
+  static constexpr int kObjectKind = 0x44580001;
+
   DxfObjectRecord(std::shared_ptr<const DxfSource> source, DxfSpan span)
       : source_(std::move(source)), span_(span) {}
   std::unique_ptr<QaDbDxfRecord> clone() const override { return std::make_unique<DxfObjectRecord>(*this); }
+  int codecKind() const final { return kObjectKind; }
 
   const DxfSource& source() const { return *source_; }
   const std::shared_ptr<const DxfSource>& sharedSource() const { return source_; }
@@ -33,6 +37,12 @@ class DxfObjectRecord : public QaDbDxfRecord {
   std::shared_ptr<const DxfSource> source_;
   DxfSpan span_;
 };
+
+// The object record an object carries, or null.
+inline const DxfObjectRecord* dxfObjectRecordOf(const QaDbDxfRecord* record) {
+  return record && record->codecKind() == DxfObjectRecord::kObjectKind ? static_cast<const DxfObjectRecord*>(record)
+                                                                        : nullptr;
+}
 
 // A block: the BLOCK_RECORD table entry (span), plus its BLOCK and ENDBLK.
 class DxfBlockRecord : public DxfObjectRecord {

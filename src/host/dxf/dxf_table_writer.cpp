@@ -116,7 +116,8 @@ void writeRecord(DxfWriteContext& ctx, const QaDbSymbolTableRecord& rec) {
   e.finish();
 }
 
-void writeTable(DxfWriteContext& ctx, std::string_view name, QaDbObjectId tableId) {
+void writeTable(DxfWriteContext& ctx, std::string_view name, QaDbObjectId tableId,
+                const std::set<std::wstring>& unregisteredApps = {}) {
   auto* table = QaDbSymbolTable::cast(tableId.rawObject());
   if (!table) return;
   std::vector<const QaDbSymbolTableRecord*> records;
@@ -165,15 +166,7 @@ void writeTable(DxfWriteContext& ctx, std::string_view name, QaDbObjectId tableI
   if (name == "APPID") {
     // Every application of extended data has its record, also one that came
     // with an object copied in from another drawing.
-    std::set<std::wstring> missing;
-    auto* apps = QaDbRegAppTable::cast(table);
-    for (QaDbObjectId id : ctx.db().objectIds()) {
-      QaDbObject* o = id.rawObject();
-      if (!o || id.isErased()) continue;
-      for (const auto& app : o->allXData())
-        if (!apps->has(app.appName)) missing.insert(app.appName);
-    }
-    for (const auto& app : missing) {
+    for (const auto& app : unregisteredApps) {
       w.write(0, "APPID");
       w.writeHandle(5, ctx.newHandle());
       w.writeHandle(330, table->handle().value());
@@ -188,7 +181,8 @@ void writeTable(DxfWriteContext& ctx, std::string_view name, QaDbObjectId tableI
 
 }  // namespace
 
-void dxfWriteTables(DxfWriteContext& ctx, const DxfDocumentRecord* doc) {
+void dxfWriteTables(DxfWriteContext& ctx, const DxfDocumentRecord* doc,
+                    const std::set<std::wstring>& unregisteredApps) {
   const QaDbDatabase& db = ctx.db();
   DxfTagWriter& w = ctx.w();
   ctx.beginSection("TABLES");
@@ -198,7 +192,7 @@ void dxfWriteTables(DxfWriteContext& ctx, const DxfDocumentRecord* doc) {
   writeTable(ctx, "STYLE", db.textStyleTableId());
   writeTable(ctx, "VIEW", db.viewTableId());
   writeTable(ctx, "UCS", db.UCSTableId());
-  writeTable(ctx, "APPID", db.regAppTableId());
+  writeTable(ctx, "APPID", db.regAppTableId(), unregisteredApps);
   writeTable(ctx, "DIMSTYLE", db.dimStyleTableId());
   writeTable(ctx, "BLOCK_RECORD", db.blockTableId());
   if (doc) {

@@ -49,17 +49,17 @@ const std::int16_t* dxfCodePrefixTable() {
 
 bool dxfIsBinary(std::string_view bytes) { return bytes.substr(0, kBinarySentinel.size()) == kBinarySentinel; }
 
-DxfTagReader::DxfTagReader(std::string_view text, std::string fileName, std::size_t begin,
+DxfTagReader::DxfTagReader(std::string_view text, std::string_view fileName, std::size_t begin,
                            std::size_t end, std::size_t firstLine)
     : text_(text),
-      fileName_(std::move(fileName)),
+      fileName_(fileName),
       pos_(begin),
       end_(end == std::string_view::npos || end > text.size() ? text.size() : end),
       line_(firstLine),
       codePrefix_(dxfCodePrefixTable()) {
   if (begin == 0) {
     if (dxfIsBinary(text_))
-      throw DxfError(fileName_, 1, DxfError::kNoGroupCode,
+      throw DxfError(std::string(fileName_), 1, DxfError::kNoGroupCode,
                      "binary DXF is not supported; save the drawing as ASCII DXF");
     if (text_.substr(0, 3) == "\xEF\xBB\xBF") pos_ = 3;
   }
@@ -125,14 +125,14 @@ bool DxfTagReader::nextGeneral(DxfTag& tag) {
       }
     }
     bool binary = codeText.find('\0') != std::string_view::npos;
-    throw DxfError(fileName_, codeLine, DxfError::kNoGroupCode,
+    throw DxfError(std::string(fileName_), codeLine, DxfError::kNoGroupCode,
                    binary ? "binary data where a group code was expected"
                           : "expected a group code, found \"" + excerpt(codeText) + "\"");
   }
   if (code < -5 || code > 1071)
-    throw DxfError(fileName_, codeLine, code, "group code out of range");
+    throw DxfError(std::string(fileName_), codeLine, code, "group code out of range");
   if (pos_ >= end_)
-    throw DxfError(fileName_, codeLine, code, "file ends after the group code, its value is missing");
+    throw DxfError(std::string(fileName_), codeLine, code, "file ends after the group code, its value is missing");
   std::size_t valueStart = 0;
   tag.value = readLine(valueStart);
   tag.code = code;
@@ -179,7 +179,7 @@ void DxfTagReader::pushBack() {
 }
 
 void DxfTagReader::fail(const DxfTag& tag, const std::string& message) const {
-  throw DxfError(fileName_, tag.line, tag.code, message);
+  throw DxfError(std::string(fileName_), tag.line, tag.code, message);
 }
 
 }  // namespace tabulon::dxf

@@ -1,5 +1,6 @@
-// Splits ASCII DXF text into tags. The reader views text owned by the caller,
-// which must outlive the reader and every tag it hands out. LF and CR LF line
+// Splits ASCII DXF text into tags. The reader views text (and the file name for
+// its errors) owned by the caller, which must outlive the reader and every tag it
+// hands out. LF and CR LF line
 // ends are both accepted, blanks around group codes are ignored, and values
 // are handed out verbatim (only the line end is removed).
 #pragma once
@@ -26,7 +27,7 @@ class DxfTagReader {
  public:
   // Reads text[begin, end). `firstLine` is the line number at `begin`.
   // At begin 0 a UTF-8 byte order mark is skipped and binary DXF is refused.
-  DxfTagReader(std::string_view text, std::string fileName, std::size_t begin = 0,
+  DxfTagReader(std::string_view text, std::string_view fileName, std::size_t begin = 0,
                std::size_t end = std::string_view::npos, std::size_t firstLine = 1);
 
   // The next tag, or false at the end of the range. Throws DxfError for a
@@ -44,7 +45,7 @@ class DxfTagReader {
   // Byte offset of the next unread tag.
   std::size_t position() const { return pos_; }
   std::size_t line() const { return line_; }
-  const std::string& fileName() const { return fileName_; }
+  std::string_view fileName() const { return fileName_; }
   std::string_view text() const { return text_; }
 
   // Throws a DxfError located at the given tag.
@@ -68,7 +69,7 @@ class DxfTagReader {
   }
 
   std::string_view text_;
-  std::string fileName_;
+  std::string_view fileName_;
   std::size_t pos_;
   std::size_t end_;
   std::size_t line_;

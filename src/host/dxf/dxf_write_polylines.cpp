@@ -62,7 +62,7 @@ PolylineParts splitRun(const DxfSource& source, DxfSpan run) {
 }
 
 void writePolyline(DxfWriteContext& ctx, const QaDb2dPolyline& p) {
-  const auto* rec = dynamic_cast<const DxfObjectRecord*>(p.dxfRecord());
+  const auto* rec = dxfObjectRecordOf(p.dxfRecord());
   PolylineParts parts;
   if (rec) parts = splitRun(rec->source(), rec->span());
   const int flags = p.polylineFlags();

@@ -10,6 +10,7 @@
 #include "host/dxf/dxf_object_writer.h"
 #include "host/dxf/dxf_records.h"
 #include "host/dxf/dxf_table_writer.h"
+#include "host/dxf/dxf_write_plan.h"
 
 #include <cerrno>
 #include <cstring>
@@ -27,21 +28,6 @@ const DxfTextCodec& utf8Codec() {
 }
 
 std::string formatPointValue(double v) { return dxfFormatDouble(v); }
-
-// Upper bound of the handles the writer may give to BLOCK, ENDBLK, VERTEX and
-// SEQEND records: $HANDSEED must lie above all of them.
-std::uint64_t partHandleBudget(const QaDbDatabase& db) {
-  std::uint64_t n = 16;
-  for (QaDbObjectId id : db.objectIds()) {
-    QaDbObject* o = id.rawObject();
-    if (!o) continue;
-    n += o->allXData().size();  // an application record the APPID table may lack
-    if (QaDbBlockTableRecord::cast(o)) n += 2;
-    else if (auto* p = QaDb2dPolyline::cast(o)) n += p->numVerts() + 1;
-    else if (QaDbBlockReference::cast(o)) n += 1;
-  }
-  return n;
-}
 
 void writeHeader(DxfWriteContext& ctx, const DxfDocumentRecord* doc, std::uint64_t handseed) {
   const QaDbDatabase& db = ctx.db();
@@ -102,7 +88,18 @@ void writeRawSectionsAfter(DxfWriteContext& ctx, const DxfDocumentRecord* doc, s
 }
 
 void writeEntitiesOf(DxfWriteContext& ctx, const QaDbBlockTableRecord& btr) {
-  for (QaDbObjectId id : btr.entityIds()) {
+  // Writing many entities waits on memory: an entity, its codec record and its
+  // original text each lie elsewhere. Fetching entities and records a few places
+  // ahead lets those waits overlap.
+  constexpr std::size_t kObjectAhead = 8, kRecordAhead = 4;
+  const std::vector<QaDbObjectId>& ids = btr.entityIds();
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+#if defined(__GNUC__)
+    if (i + kObjectAhead < ids.size()) __builtin_prefetch(ids[i + kObjectAhead].rawObject());
+    if (i + kRecordAhead < ids.size())
+      if (const QaDbObject* ahead = ids[i + kRecordAhead].rawObject()) __builtin_prefetch(ahead->dxfRecord());
+#endif
+    const QaDbObjectId id = ids[i];
     if (id.isErased()) continue;
     if (auto* e = QaDbEntity::cast(id.rawObject())) dxfWriteEntity(ctx, *e);
   }
@@ -133,7 +130,8 @@ void dxfWrite(const QaDbDatabase& db, DxfSink& sink, const DxfWriteOptions& opti
   const std::string lineEnd = doc && doc->lineEnd == "\r\n" ? "\r\n" : "\n";
   DxfTagWriter w(sink, lineEnd);
   const std::uint64_t firstPart = db.handseed().value();
-  const std::uint64_t handseed = firstPart + partHandleBudget(db);
+  const DxfWritePlan plan = dxfPlanWrite(db);
+  const std::uint64_t handseed = firstPart + plan.partHandleBudget;
   DxfWriteContext ctx(db, w, version, firstPart);
   if (doc) ctx.setSectionComments(&doc->sectionComments);
 
@@ -149,7 +147,7 @@ void dxfWrite(const QaDbDatabase& db, DxfSink& sink, const DxfWriteOptions& opti
   w.write(0, "ENDSEC");
   writeRawSectionsAfter(ctx, doc, "CLASSES");
 
-  dxfWriteTables(ctx, doc);
+  dxfWriteTables(ctx, doc, plan.unregisteredApps);
   writeRawSectionsAfter(ctx, doc, "TABLES");
 
   // BLOCKS: every block; the two active layouts stay empty here, their
@@ -182,7 +180,7 @@ void dxfWrite(const QaDbDatabase& db, DxfSink& sink, const DxfWriteOptions& opti
   w.write(0, "ENDSEC");
   writeRawSectionsAfter(ctx, doc, "ENTITIES");
 
-  dxfWriteObjects(ctx);
+  dxfWriteObjects(ctx, plan.sectionObjects);
   writeRawSectionsAfter(ctx, doc, "OBJECTS");
   if (doc) {
     // Sections that stood after one we do not write (or first of all) go last.
