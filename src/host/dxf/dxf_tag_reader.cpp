@@ -65,6 +65,106 @@ DxfTagReader::DxfTagReader(std::string_view text, std::string_view fileName, std
   }
 }
 
+namespace {
+
+#if defined(__SSE2__)
+// Bit i is set when byte i of the 64 at p is a line feed.
+inline std::uint64_t lineFeeds64(const char* p) {
+  const __m128i feed = _mm_set1_epi8('\n');
+  auto part = [&](int at) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + at));
+    return static_cast<std::uint64_t>(static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, feed))));
+  };
+  return part(0) | part(16) << 16 | part(32) << 32 | part(48) << 48;
+}
+#endif
+
+}  // namespace
+
+std::size_t DxfTagReader::readRun(DxfTag* out, std::size_t capacity, bool& endedAtZero) {
+  endedAtZero = false;
+  if (pos_ >= end_) return 0;
+  const char* const base = text_.data();
+  std::size_t pos = pos_;
+  std::size_t line = line_;
+  std::size_t n = 0;
+  auto take = [&](int code, std::size_t codeEnd, std::size_t valueEnd) {
+    const char* value = base + codeEnd + 1;
+    std::size_t length = valueEnd - codeEnd - 1;
+    if (length > 0 && value[length - 1] == '\r') --length;
+    DxfTag& tag = out[n++];
+    tag.code = code;
+    tag.value = std::string_view(value, length);
+    tag.line = line;
+    tag.offset = pos;
+    line += 2;
+    pos = valueEnd + 1;
+  };
+#if defined(__SSE2__)
+  // The line feeds of the 64 bytes from `block` not yet passed.
+  std::size_t block = pos;
+  std::uint64_t feeds = 0;
+  bool bulk = end_ - block >= 64;
+  if (bulk) feeds = lineFeeds64(base + block);
+  auto nextFeed = [&](std::size_t& at) {
+    while (feeds == 0) {
+      block += 64;
+      if (end_ - block < 64) return false;  // the rest, one tag at a time
+      feeds = lineFeeds64(base + block);
+    }
+    at = block + static_cast<std::size_t>(std::countr_zero(feeds));
+    feeds &= feeds - 1;
+    return true;
+  };
+  while (bulk && n < capacity) {
+    std::size_t codeEnd, valueEnd;
+    if (!nextFeed(codeEnd)) break;
+    const char* p = base + pos;
+    std::size_t length = codeEnd - pos;
+    if (length > 0 && p[length - 1] == '\r') --length;
+    int code;
+    if (length == 3) {
+      const int prefix = codePrefix_[static_cast<unsigned char>(p[0]) << 8 | static_cast<unsigned char>(p[1])];
+      const unsigned last = static_cast<unsigned char>(p[2]) - unsigned('0');
+      if ((prefix < 0) | (last >= 10)) break;
+      code = prefix * 10 + static_cast<int>(last);
+    } else if (length == 2) {
+      // "17" or " 7"; the table also takes "  ", which is no code.
+      const int prefix = codePrefix_[static_cast<unsigned char>(p[0]) << 8 | static_cast<unsigned char>(p[1])];
+      if ((prefix < 0) | (static_cast<unsigned char>(p[1]) - unsigned('0') >= 10)) break;
+      code = prefix;
+    } else if (length == 1) {
+      const unsigned digit = static_cast<unsigned char>(p[0]) - unsigned('0');
+      if (digit >= 10) break;
+      code = static_cast<int>(digit);
+    } else {
+      break;
+    }
+    if (!nextFeed(valueEnd)) break;
+    take(code, codeEnd, valueEnd);
+    if (code == 0) {
+      endedAtZero = true;
+      break;
+    }
+  }
+  // Near the end of the range: 32 bytes at a time.
+  DxfPaddedTag t;
+  while (!endedAtZero && n < capacity && end_ - pos >= 32 && dxfDecodePadded(base + pos, codePrefix_, t)) {
+    take(static_cast<int>(t.code), pos + static_cast<std::size_t>(t.valueStart) - 1,
+         pos + static_cast<std::size_t>(t.next) - 1);
+    endedAtZero = t.code == 0;
+  }
+#endif
+  if (n > 0) {
+    lastPos_ = out[n - 1].offset;
+    lastLine_ = out[n - 1].line;
+    canPushBack_ = true;
+    pos_ = pos;
+    line_ = line;
+  }
+  return n;
+}
+
 std::string_view DxfTagReader::readLine(std::size_t& lineStart) {
   lineStart = pos_;
   const char* base = text_.data();

@@ -33,11 +33,12 @@ class DxfTagReader {
   // The next tag, or false at the end of the range. Throws DxfError for a
   // malformed group code or a group code without a value.
   bool next(DxfTag& tag) { return nextPadded(tag) || nextGeneral(tag); }
-  // Reads tags of the usual shape (see nextPadded) into out[0, capacity) and
+  // Reads tags of the usual shape (a group code of one to three places, padded
+  // or not, of at most 99 when shorter than three) into out[0, capacity) and
   // returns how many. Stops after a "0" tag (`endedAtZero` then true), when out
   // is full, or before a tag of another shape or the end of the range, which
-  // next() then reads. Keeps its position in locals, so a long run costs little
-  // more than the scanning itself.
+  // next() then reads. Finds the line ends of 64 bytes at a time and keeps its
+  // position in locals, so a long run costs little more than the scanning itself.
   std::size_t readRun(DxfTag* out, std::size_t capacity, bool& endedAtZero);
   // Returns the tag read last to the stream: the next call to next() gives it again.
   void pushBack();
@@ -133,41 +134,6 @@ inline bool DxfTagReader::nextPadded(DxfTag& tag) {
   emit(tag, static_cast<int>(t.code), p + t.valueStart, static_cast<std::size_t>(t.valueLength),
        pos_ + static_cast<std::size_t>(t.next));
   return true;
-}
-
-inline std::size_t DxfTagReader::readRun(DxfTag* out, std::size_t capacity, bool& endedAtZero) {
-  endedAtZero = false;
-  if (pos_ >= end_) return 0;
-  const char* const base = text_.data();
-  const char* p = base + pos_;
-  std::size_t line = line_;
-  std::size_t n = 0;
-  DxfPaddedTag t;
-  while (n < capacity && end_ - static_cast<std::size_t>(p - base) >= 32 &&
-         dxfDecodePadded(p, codePrefix_, t)) {
-    DxfTag& tag = out[n++];
-    tag.code = static_cast<int>(t.code);
-    const char* value = p + t.valueStart;
-    int length = t.valueLength;
-    if (length > 0 && value[length - 1] == '\r') --length;
-    tag.value = std::string_view(value, static_cast<std::size_t>(length));
-    tag.line = line;
-    tag.offset = static_cast<std::size_t>(p - base);
-    line += 2;
-    p += t.next;
-    if (t.code == 0) {
-      endedAtZero = true;
-      break;
-    }
-  }
-  if (n > 0) {
-    lastPos_ = out[n - 1].offset;
-    lastLine_ = out[n - 1].line;
-    canPushBack_ = true;
-    pos_ = static_cast<std::size_t>(p - base);
-    line_ = line;
-  }
-  return n;
 }
 
 // True when the bytes start like a binary DXF file.
