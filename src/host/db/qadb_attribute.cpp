@@ -8,6 +8,8 @@ namespace {
 bool validTag(const std::wstring& tag) { return !tag.empty() && tag.find(L' ') == std::wstring::npos; }
 }  // namespace
 
+QaDbAttribute::QaDbAttribute() = default;
+
 QaDbAttribute::QaDbAttribute(const QaGePoint3d& position, const std::wstring& text, const std::wstring& tag,
                              QaDbObjectId style)
     : QaDbText(position, text, style) {

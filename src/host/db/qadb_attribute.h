@@ -12,7 +12,7 @@ class QaDbAttribute : public QaDbText {
   QADB_DECLARE_MEMBERS(QaDbAttribute)
 
  public:
-  QaDbAttribute() = default;
+  QaDbAttribute();  // out of line: make_unique then does not clear the object first
   QaDbAttribute(const QaGePoint3d& position, const std::wstring& text, const std::wstring& tag,
                 QaDbObjectId style = QaDbObjectId());
 

@@ -6,6 +6,8 @@ namespace {
 bool validTag(const std::wstring& tag) { return !tag.empty() && tag.find(L' ') == std::wstring::npos; }
 }  // namespace
 
+QaDbAttributeDefinition::QaDbAttributeDefinition() = default;
+
 QaDbAttributeDefinition::QaDbAttributeDefinition(const QaGePoint3d& position, const std::wstring& text,
                                                  const std::wstring& tag, const std::wstring& prompt,
                                                  QaDbObjectId style)

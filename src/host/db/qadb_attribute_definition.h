@@ -9,7 +9,7 @@ class QaDbAttributeDefinition : public QaDbText {
   QADB_DECLARE_MEMBERS(QaDbAttributeDefinition)
 
  public:
-  QaDbAttributeDefinition() = default;
+  QaDbAttributeDefinition();  // out of line: make_unique then does not clear the object first
   QaDbAttributeDefinition(const QaGePoint3d& position, const std::wstring& text, const std::wstring& tag,
                           const std::wstring& prompt, QaDbObjectId style = QaDbObjectId());
 

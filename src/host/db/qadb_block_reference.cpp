@@ -14,6 +14,8 @@
 
 QARX_DEFINE_MEMBERS(QaDbBlockReference, QaDbEntity, L"INSERT")
 
+QaDbBlockReference::QaDbBlockReference() = default;
+
 namespace {
 constexpr int kMaxNesting = 32;
 }

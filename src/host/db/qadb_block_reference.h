@@ -36,7 +36,7 @@ class QaDbBlockReference : public QaDbEntity {
   QADB_DECLARE_MEMBERS(QaDbBlockReference)
 
  public:
-  QaDbBlockReference() = default;
+  QaDbBlockReference();  // out of line: make_unique then does not clear the object first
   QaDbBlockReference(const QaGePoint3d& position, QaDbObjectId blockTableRecord)
       : block_(blockTableRecord), position_(position) {}
   QaDbBlockReference(const QaDbBlockReference& other);

@@ -2,6 +2,8 @@
 
 QARX_DEFINE_MEMBERS(QaDbLine, QaDbEntity, L"LINE")
 
+QaDbLine::QaDbLine() = default;
+
 Qa::ErrorStatus QaDbLine::setStartPoint(const QaGePoint3d& p) {
   assertWriteEnabled();
   start_ = p;

@@ -7,7 +7,7 @@ class QaDbLine : public QaDbEntity {
   QADB_DECLARE_MEMBERS(QaDbLine)
 
  public:
-  QaDbLine() = default;
+  QaDbLine();  // out of line: make_unique then does not clear the object first
   QaDbLine(const QaGePoint3d& start, const QaGePoint3d& end) : start_(start), end_(end) {}
 
   const QaGePoint3d& startPoint() const { return start_; }

@@ -10,6 +10,8 @@
 
 QARX_DEFINE_MEMBERS(QaDbMText, QaDbEntity, L"MTEXT")
 
+QaDbMText::QaDbMText() = default;
+
 QaDbObjectId qadbLocalTextStyle(QaDbDatabase* db, QaDbObjectId style);
 
 Qa::ErrorStatus QaDbMText::setContents(const std::wstring& text) {

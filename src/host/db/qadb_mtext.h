@@ -19,7 +19,7 @@ class QaDbMText : public QaDbEntity {
   enum FlowDirection { kLtoR = 1, kTtoB = 3, kByStyle = 5 };
   enum LineSpacingStyle { kAtLeast = 1, kExactly = 2 };
 
-  QaDbMText() = default;
+  QaDbMText();  // out of line: make_unique then does not clear the object first
 
   const std::wstring& contents() const { return contents_; }
   Qa::ErrorStatus setContents(const std::wstring& text);

@@ -9,6 +9,8 @@
 
 QARX_DEFINE_MEMBERS(QaDbText, QaDbEntity, L"TEXT")
 
+QaDbText::QaDbText() = default;
+
 QaDbText::QaDbText(const QaGePoint3d& position, const std::wstring& text, QaDbObjectId style, double height,
                    double rotation)
     : text_(text), position_(position), height_(height), style_(style), rotation_(rotation) {}

@@ -12,7 +12,7 @@ class QaDbText : public QaDbEntity {
   QADB_DECLARE_MEMBERS(QaDbText)
 
  public:
-  QaDbText() = default;
+  QaDbText();  // out of line: make_unique then does not clear the object first
   QaDbText(const QaGePoint3d& position, const std::wstring& text, QaDbObjectId style = QaDbObjectId(),
            double height = 0.0, double rotation = 0.0);
 
