@@ -32,9 +32,9 @@ DxfLoaderState::DxfLoaderState(std::shared_ptr<DxfSource> source)
 // ---------------------------------------------------------------- sections
 
 void DxfLoaderState::parse() {
-  // Objects average well over a hundred bytes of text; reserving for that many
+  // Objects average about a hundred bytes of text or more; reserving for that many
   // spares the copying of a growing list on large drawings.
-  pending_.reserve(source_->bytes().size() / 128 + 16);
+  pending_.reserve(source_->bytes().size() / 96 + 16);
   DxfSectionReader sections(*source_, info_.audit);
   while (sections.nextSection()) {
     const std::string name = sections.sectionName();
@@ -350,7 +350,10 @@ void DxfLoaderState::readTables(DxfSectionReader& sections) {
       } else {
         blocksByName_.emplace(dxfUpperName(name), index);
       }
-      if (frame.handle) blocksByHandle_.emplace(frame.handle, index);
+      if (frame.handle) {
+        blocksByHandle_.emplace(frame.handle, index);
+        lastOwnerHandle_ = 0;
+      }
     }
   }
 }
@@ -381,10 +384,7 @@ void DxfLoaderState::readBlocks(DxfSectionReader& sections) {
       DxfObjectFrame frame = dxfReadFrame(raw.tags);
       std::wstring name = layoutName(dxfRecordName(ctx_, raw.tags, frame.bodyBegin));
       int index = -1;
-      if (frame.owner) {
-        auto it = blocksByHandle_.find(frame.owner);
-        if (it != blocksByHandle_.end()) index = it->second;
-      }
+      if (frame.owner) index = blockOfHandle(frame.owner);
       if (index < 0) index = blockRecordNamed(name);
       if (index < 0) {
         if (name.empty()) ctx_.fail(raw.tags[0], "BLOCK without a name (group code 2)");
@@ -466,6 +466,15 @@ void DxfLoaderState::closeSequences(std::size_t line) {
   (void)line;
 }
 
+int DxfLoaderState::blockOfHandle(std::uint64_t handle) {
+  if (handle != lastOwnerHandle_ || handle == 0) {
+    auto it = blocksByHandle_.find(handle);
+    lastOwnerBlock_ = it != blocksByHandle_.end() ? it->second : -1;
+    lastOwnerHandle_ = handle;
+  }
+  return lastOwnerBlock_;
+}
+
 void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
   const std::string_view type = raw.type;
   if (openPolyline_ >= 0) {
@@ -536,10 +545,7 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
 
   int parent = block;
   if (parent < 0) {
-    if (frame.owner) {
-      auto it = blocksByHandle_.find(frame.owner);
-      if (it != blocksByHandle_.end()) parent = it->second;
-    }
+    if (frame.owner) parent = blockOfHandle(frame.owner);
     if (parent < 0) {
       if (frame.owner && !ctx_.flat())
         info_.audit.add(raw.line, std::string(type) + " owned by unknown block record " +
@@ -563,8 +569,7 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
     pending_[index].repaired = true;
   }
   if (frame.owner && block >= 0) {
-    auto it = blocksByHandle_.find(frame.owner);
-    if (it != blocksByHandle_.end() && it->second != block) {
+    if (const int named = blockOfHandle(frame.owner); named >= 0 && named != block) {
       info_.audit.add(raw.line, std::string(type) + " names another block as owner; kept in the block it stands in");
       pending_[index].repaired = true;
     }

@@ -55,6 +55,8 @@ class DxfLoaderState {
                  DxfRole role, int parent, DxfPendingRefs* refs);
   int table(std::string_view name, std::size_t line, bool reportMissing);
   int blockRecordNamed(const std::wstring& name) const;
+  // The pending block record with this handle, or -1.
+  int blockOfHandle(std::uint64_t handle);
   int makeBlockRecord(const std::wstring& name, std::size_t line);
   int modelSpace();
   int paperSpace();
@@ -91,6 +93,9 @@ class DxfLoaderState {
   std::map<std::string, int, std::less<>> tables_;  // table name -> pending index
   std::unordered_map<std::wstring, int> blocksByName_;  // upper-case name -> pending index
   std::unordered_map<std::uint64_t, int> blocksByHandle_;
+  // The last lookup in blocksByHandle_: entities come in long runs of one owner.
+  std::uint64_t lastOwnerHandle_ = 0;
+  int lastOwnerBlock_ = -1;
   std::uint64_t maxHandle_ = 0;
   std::uint64_t headerSeed_ = 0;
   std::uint64_t nextFree_ = 1;  // the next handle for objects that need one
