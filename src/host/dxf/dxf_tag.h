@@ -44,6 +44,11 @@ inline bool dxfParsePlainDecimal(std::string_view text, double& out) {
                                       1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                       1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
   const char* p = text.data();
+  // The z of every point of a flat drawing.
+  if (text.size() == 3 && p[0] == '0' && p[1] == '.' && p[2] == '0') {
+    out = 0.0;
+    return true;
+  }
   const char* const end = p + text.size();
   const bool negative = p < end && *p == '-';
   p += negative;
