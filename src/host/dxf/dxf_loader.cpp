@@ -299,7 +299,7 @@ void DxfLoaderState::readTables(DxfSectionReader& sections) {
         rawTable = &doc_->rawTables.back();
         continue;
       }
-      DxfObjectFrame frame = dxfReadFrame(raw.tags, 2);
+      DxfObjectFrame frame = dxfReadFrame(raw.tags, 2, raw.firstXData);
       if (tables_.count(name)) {
         info_.audit.add(raw.line, "second TABLE " + name + "; its records joined the first");
         continue;
@@ -334,7 +334,7 @@ void DxfLoaderState::readTables(DxfSectionReader& sections) {
     }
     int tableIndex = table(type, raw.line, current.empty() && !tables_.count(type));
     if (current.empty()) current = type;
-    DxfObjectFrame frame = dxfReadFrame(raw.tags);
+    DxfObjectFrame frame = dxfReadFrame(raw.tags, 1, raw.firstXData);
     DxfPendingRefs refs;
     auto record = dxfReadTableRecord(ctx_, type, raw.tags, frame, refs);
     bool isBlock = type == "BLOCK_RECORD";
@@ -381,7 +381,7 @@ void DxfLoaderState::readBlocks(DxfSectionReader& sections) {
       closeSequences(raw.line);
       noteHandle(raw.tags);
       if (block >= 0) info_.audit.add(blockLine, "BLOCK without ENDBLK; ended at the next BLOCK");
-      DxfObjectFrame frame = dxfReadFrame(raw.tags);
+      DxfObjectFrame frame = dxfReadFrame(raw.tags, 1, raw.firstXData);
       std::wstring name = layoutName(dxfRecordName(ctx_, raw.tags, frame.bodyBegin));
       int index = -1;
       if (frame.owner) index = blockOfHandle(frame.owner);
@@ -480,7 +480,7 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
   if (openPolyline_ >= 0) {
     if (type == "VERTEX") {
       noteHandle(raw.tags);
-      DxfObjectFrame frame = dxfReadFrame(raw.tags);
+      DxfObjectFrame frame = dxfReadFrame(raw.tags, 1, raw.firstXData);
       dxfReadVertex(ctx_, raw.tags, frame, *static_cast<QaDb2dPolyline*>(pending_[openPolyline_].object.get()));
       polylineEnd_ = raw.span.end;
       return;
@@ -496,7 +496,7 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
   }
   if (openInsert_ >= 0) {
     if (type == "ATTRIB") {
-      DxfObjectFrame frame = dxfReadFrame(raw.tags);
+      DxfObjectFrame frame = dxfReadFrame(raw.tags, 1, raw.firstXData);
       DxfEntityRead read;
       dxfReadEntity(ctx_, raw.tags, frame, read);
       read.entity->setDxfRecord(std::make_unique<DxfObjectRecord>(source_, raw.span));
@@ -529,7 +529,7 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
     return;
   }
 
-  DxfObjectFrame frame = dxfReadFrame(raw.tags);
+  DxfObjectFrame frame = dxfReadFrame(raw.tags, 1, raw.firstXData);
   if (ctx_.flat() && frame.handle == 0) {
     // R12 writers put the handle of an entity anywhere among its tags.
     for (std::size_t i = frame.bodyBegin; i < frame.xdataBegin; ++i)
@@ -591,7 +591,7 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
 void DxfLoaderState::readObjects(DxfSectionReader& sections) {
   DxfRawObject raw;
   while (sections.nextObject(raw)) {
-    DxfObjectFrame frame = dxfReadFrame(raw.tags);
+    DxfObjectFrame frame = dxfReadFrame(raw.tags, 1, raw.firstXData);
     DxfPendingRefs refs;
     auto object = dxfReadObject(ctx_, raw.tags, frame, refs);
     object->setDxfRecord(std::make_unique<DxfObjectRecord>(source_, raw.span));

@@ -4,7 +4,7 @@
 
 namespace tabulon::dxf {
 
-DxfObjectFrame dxfReadFrame(std::span<const DxfTag> tags, std::size_t first) {
+DxfObjectFrame dxfReadFrame(std::span<const DxfTag> tags, std::size_t first, std::size_t firstXData) {
   DxfObjectFrame frame;
   if (tags.empty()) return frame;
   frame.type = dxfTrim(tags[0].value);
@@ -46,6 +46,11 @@ DxfObjectFrame dxfReadFrame(std::span<const DxfTag> tags, std::size_t first) {
   }
   frame.bodyBegin = i;
   frame.xdataBegin = n;
+  // No 1001 comes before firstXData: when that lies in the body, it is the start.
+  if (firstXData != std::string_view::npos && firstXData >= i) {
+    frame.xdataBegin = std::min(firstXData, n);
+    return frame;
+  }
   for (std::size_t k = i; k < n; ++k) {
     if (tags[k].code == 1001) {
       frame.xdataBegin = k;

@@ -39,7 +39,9 @@ struct DxfObjectFrame {
 // an application group without its closing "102 }" ends at the first tag that
 // cannot belong to it.
 // `first` is where the common part starts (2 for a TABLE head, whose name
-// comes before its handle).
-DxfObjectFrame dxfReadFrame(std::span<const DxfTag> tags, std::size_t first = 1);
+// comes before its handle). `firstXData`, when known, is the index of the first
+// 1001 tag of all (tags.size() when there is none), which spares looking for it.
+DxfObjectFrame dxfReadFrame(std::span<const DxfTag> tags, std::size_t first = 1,
+                            std::size_t firstXData = std::string_view::npos);
 
 }  // namespace tabulon::dxf

@@ -117,14 +117,17 @@ bool DxfSectionReader::nextObject(DxfRawObject& object) {
   tags_[0] = tag;
   std::size_t count = 1;
   std::size_t end = source_.bytes().size();
+  std::size_t firstXData = std::string_view::npos;
   while (true) {
     if (count == tags_.size()) tags_.resize(2 * count);
     bool atZero = false;
     count += reader_.readRun(tags_.data() + count, tags_.size() - count, atZero);
     if (!atZero) {
       if (count == tags_.size()) continue;
-      // A tag of another shape, or the end of the text.
+      // A tag of another shape, or the end of the text. Group codes of four places
+      // (extended data) only come this way, so this is where the first 1001 shows.
       if (!reader_.next(tags_[count])) break;
+      if (tags_[count].code == 1001 && firstXData == std::string_view::npos) firstXData = count;
       atZero = tags_[count++].code == 0;
     }
     if (atZero) {
@@ -138,6 +141,7 @@ bool DxfSectionReader::nextObject(DxfRawObject& object) {
   object.tags = std::span<const DxfTag>(tags_.data(), count);
   object.span = {tag.offset, end};
   object.line = tag.line;
+  object.firstXData = std::min(firstXData, count);
   return true;
 }
 

@@ -23,6 +23,7 @@ struct DxfRawObject {
   std::span<const DxfTag> tags;  // all tags, the "0" tag first
   DxfSpan span;                  // bytes in the source
   std::size_t line = 0;          // line of the "0" tag
+  std::size_t firstXData = 0;    // index of the first 1001 tag; tags.size() when none
 };
 
 class DxfSectionReader {

@@ -1,4 +1,5 @@
 #include "host/dxf/dxf_object_frame.h"
+#include "host/dxf/dxf_section_reader.h"
 #include "host/dxf/dxf_tag_reader.h"
 
 #include <gtest/gtest.h>
@@ -39,3 +40,31 @@ TEST(DxfObjectFrame, FindsHandleGroupsReactorsOwnerAndExtendedData) {
   EXPECT_FALSE(g.hasXData(tags2.size()));
 }
 
+
+TEST(DxfObjectFrame, TheSectionReadersNoteOfExtendedDataGivesTheSameFrame) {
+  // Extended data after the body, none, one inside an application group (not the
+  // start of the object's extended data), and codes padded or not.
+  const std::string text =
+      "  0\nSECTION\n  2\nENTITIES\n"
+      "  0\nLINE\n  5\n2A\n330\n1F\n100\nAcDbEntity\n  8\n0\n1001\nAPP\n1070\n7\n"
+      "0\nLINE\n5\n2B\n330\n1F\n100\nAcDbEntity\n8\n0\n"
+      "  0\nLINE\n  5\n2C\n102\n{MYAPP\n1001\nINNER\n102\n}\n330\n1F\n100\nAcDbEntity\n1001\nAPP\n1000\nv\n"
+      "  0\nPOINT\n  5\n2D\n102\n{MYAPP\n1001\nINNER\n102\n}\n330\n1F\n100\nAcDbEntity\n"
+      "  0\nENDSEC\n  0\nEOF\n";
+  DxfSource source("t.dxf", text);
+  DxfAuditReport audit;
+  DxfSectionReader sections(source, audit);
+  ASSERT_TRUE(sections.nextSection());
+  DxfRawObject raw;
+  std::vector<std::size_t> starts;
+  while (sections.nextObject(raw)) {
+    const DxfObjectFrame scanned = dxfReadFrame(raw.tags);
+    const DxfObjectFrame noted = dxfReadFrame(raw.tags, 1, raw.firstXData);
+    EXPECT_EQ(noted.xdataBegin, scanned.xdataBegin) << raw.line;
+    EXPECT_EQ(noted.bodyBegin, scanned.bodyBegin) << raw.line;
+    starts.push_back(scanned.xdataBegin);
+  }
+  // The first and third have extended data after the body; the others none.
+  ASSERT_EQ(starts.size(), 4u);
+  EXPECT_EQ(starts, (std::vector<std::size_t>{5, 5, 7, 7}));
+}
