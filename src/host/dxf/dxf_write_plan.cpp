@@ -17,7 +17,7 @@ DxfWritePlan dxfPlanWrite(const QaDbDatabase& db) {
   for (std::size_t i = 0; i < ids.size(); ++i) {
 #if defined(__GNUC__)
     // Every object is looked at once: fetch a few ahead so that the misses overlap.
-    if (i + 8 < ids.size()) __builtin_prefetch(ids[i + 8].rawObject());
+    if (i + 32 < ids.size()) __builtin_prefetch(ids[i + 32].rawObject());
 #endif
     const QaDbObjectId id = ids[i];
     const QaDbObject* o = id.rawObject();
