@@ -81,12 +81,16 @@ void DxfEmitter::writeKept(const DxfTag& tag) {
   if (ctx_.pointerIsLive(tag)) ctx_.copyTag(*original_.source, tag);
 }
 
+void DxfEmitter::writeKeptOutside(const DxfTag& tag) {
+  if (!codes::contains(coveredEverywhere_, tag.code)) writeKept(tag);
+}
+
 void DxfEmitter::flushKept() {
   // A flat (R12) original has no subclasses: what is left goes out at finish().
   if (!original_.valid() || flat_) return;
   if (const Segment* s = current()) {
     for (std::size_t i = s->begin; i < s->end; ++i)
-      if (!codes::contains(currentModelled_, original_.tags[i].code)) writeKept(original_.tags[i]);
+      if (!codes::contains(currentModelled_, original_.tags[i].code)) writeKeptOutside(original_.tags[i]);
   }
 }
 
@@ -96,7 +100,7 @@ void DxfEmitter::writeLeading() {
   leadingDone_ = true;
   const Segment& lead = segments_.front();
   for (std::size_t i = lead.begin; i < lead.end; ++i)
-    if (!codes::contains(currentModelled_, original_.tags[i].code)) writeKept(original_.tags[i]);
+    if (!codes::contains(currentModelled_, original_.tags[i].code)) writeKeptOutside(original_.tags[i]);
 }
 
 void DxfEmitter::subclass(std::string_view marker, std::span<const int> modelled) {
@@ -157,6 +161,10 @@ void DxfEmitter::copyFlat(std::span<const int> wanted) {
   if (!original_.valid() || !flat_) return;
   for (std::size_t i = original_.frame.bodyBegin; i < original_.frame.xdataBegin; ++i)
     if (codes::contains(wanted, original_.tags[i].code)) writeKept(original_.tags[i]);
+}
+
+void DxfEmitter::coverEverywhere(std::span<const int> codes) {
+  coveredEverywhere_.insert(coveredEverywhere_.end(), codes.begin(), codes.end());
 }
 
 void DxfEmitter::dropSegment(std::string_view marker) {
@@ -246,7 +254,10 @@ void DxfEmitter::finish() {
         const Segment& s = segments_[k];
         if (s.used) continue;
         ctx_.w().write(s.markerCode, s.name);
-        for (std::size_t i = s.begin; i < s.end; ++i) writeKept(tags[i]);
+        for (std::size_t i = s.begin; i < s.end; ++i) {
+          if (s.markerCode == 101) writeKept(tags[i]);
+          else writeKeptOutside(tags[i]);
+        }
       }
     }
   }

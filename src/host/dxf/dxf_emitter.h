@@ -47,6 +47,10 @@ class DxfEmitter {
   void copyFlat(std::span<const int> codes);
   // Marks original parts of that marker as covered (not to be written at finish()).
   void dropSegment(std::string_view marker);
+  // Codes the kind's reader takes from every part of the body but embedded ones,
+  // whatever its marker: the fields cover them, so no original part carries them
+  // over (kept in another part, they would be read again, in another order).
+  void coverEverywhere(std::span<const int> codes);
 
   void text(int code, const std::wstring& value);
   void raw(int code, std::string_view value);
@@ -75,6 +79,8 @@ class DxfEmitter {
   void flushKept();
   void writeLeading();
   void writeKept(const DxfTag& tag);
+  // An original tag of a part that is not embedded, unless the fields cover its code.
+  void writeKeptOutside(const DxfTag& tag);
   const Segment* current() const { return current_ >= 0 ? &segments_[static_cast<std::size_t>(current_)] : nullptr; }
 
   DxfWriteContext& ctx_;
@@ -86,6 +92,7 @@ class DxfEmitter {
   int current_ = -1;
   std::vector<int> currentModelled_;
   std::vector<int> allModelled_;
+  std::vector<int> coveredEverywhere_;
   std::map<std::string, int, std::less<>> occurrences_;
   std::map<int, int> codeUse_;
   bool leadingDone_ = false;

@@ -36,6 +36,21 @@ bool dxfWriteCurve(DxfWriteContext& ctx, const QaDbEntity& entity) {
     return true;
   }
   DxfEmitter e(ctx, entity, type);
+  // Their readers take these codes from any part of the body.
+  if (QaDbLine::cast(&entity)) {
+    e.coverEverywhere(codes::kLine);
+  } else if (QaDbArc::cast(&entity)) {
+    e.coverEverywhere(codes::kCircle);
+    e.coverEverywhere(codes::kArc);
+  } else if (QaDbCircle::cast(&entity)) {
+    e.coverEverywhere(codes::kCircle);
+  } else if (QaDbEllipse::cast(&entity)) {
+    e.coverEverywhere(codes::kEllipse);
+  } else if (QaDbPoint::cast(&entity)) {
+    e.coverEverywhere(codes::kPoint);
+  } else {
+    e.coverEverywhere(codes::kSolid);
+  }
   dxfWriteEntityHead(e, entity, QaDbObjectId());
   if (const auto* line = QaDbLine::cast(&entity)) {
     e.subclass("AcDbLine", codes::kLine);

@@ -71,6 +71,10 @@ bool dxfWriteHatch(DxfWriteContext& ctx, const QaDbEntity& entity) {
     return true;
   }
   DxfEmitter e(ctx, entity, "HATCH");
+  // What the reader takes is read in order from every part after the common one; a
+  // part of the original that no subclass written here answers to goes at the end,
+  // where none of these codes may be read again.
+  e.coverEverywhere(kEveryCode);
   dxfWriteEntityHead(e, entity, QaDbObjectId());
   e.subclass("AcDbHatch", kEveryCode);
 
@@ -101,7 +105,9 @@ bool dxfWriteHatch(DxfWriteContext& ctx, const QaDbEntity& entity) {
         int n = static_cast<int>(dxfParseInt(t.value).value_or(0));
         seedsEnd = k + 1;
         for (int s = 0; s < n && seedsEnd + 1 < f.xdataBegin && tags[seedsEnd].code == 10; ++s) seedsEnd += 2;
-        for (std::size_t j = seedsEnd; j < f.xdataBegin; ++j) tail.push_back(&tags[j]);
+        // The rest of this part; the parts after it are written by finish().
+        for (std::size_t j = seedsEnd; j < f.xdataBegin && tags[j].code != 100 && tags[j].code != 101; ++j)
+          tail.push_back(&tags[j]);
         break;
       }
     }

@@ -14,6 +14,7 @@ bool isZAxis(const QaGeVector3d& n) { return n.x == 0 && n.y == 0 && n.z == 1; }
 
 void writeLwPolyline(DxfWriteContext& ctx, const QaDbPolyline& p) {
   DxfEmitter e(ctx, p, "LWPOLYLINE");
+  e.coverEverywhere(codes::kLwPolyline);  // read from any part of the body
   dxfWriteEntityHead(e, p, QaDbObjectId());
   e.subclass("AcDbPolyline", codes::kLwPolyline);
   e.integer(90, p.numVerts());
@@ -80,6 +81,7 @@ void writePolyline(DxfWriteContext& ctx, const QaDb2dPolyline& p) {
   }
   {
     DxfEmitter e(ctx, p, "POLYLINE");
+    e.coverEverywhere(codes::kPolyline);  // read from any part of the body
     dxfWriteEntityHead(e, p, QaDbObjectId());
     e.subclass(sub, codes::kPolyline);
     e.integer(66, 1);
@@ -106,6 +108,7 @@ void writePolyline(DxfWriteContext& ctx, const QaDb2dPolyline& p) {
     handle = ctx.partHandle(handle);
     DxfEmitter e(ctx, p, "VERTEX", std::move(original));
     e.asPart();
+    e.coverEverywhere(codes::kVertex);  // read from any part of the body
     e.head(5, handle, p.objectId(), true);
     e.subclass("AcDbEntity", codes::kCommon);
     e.text(8, p.layer());
@@ -133,6 +136,7 @@ void writePolyline(DxfWriteContext& ctx, const QaDb2dPolyline& p) {
 
 void writeSpline(DxfWriteContext& ctx, const QaDbSpline& s) {
   DxfEmitter e(ctx, s, "SPLINE");
+  e.coverEverywhere(codes::kSpline);  // read from any part of the body
   dxfWriteEntityHead(e, s, QaDbObjectId());
   e.subclass("AcDbSpline", codes::kSpline);
   e.point(210, QaGePoint3d(s.normal().x, s.normal().y, s.normal().z));

@@ -37,6 +37,7 @@ void writeInsert(DxfWriteContext& ctx, const QaDbBlockReference& ref) {
     ctx.copySpan(rec->source(), rec->span());
   } else {
     DxfEmitter e(ctx, ref, "INSERT");
+    e.coverEverywhere(codes::kInsert);  // read from any part of the body
     dxfWriteEntityHead(e, ref, QaDbObjectId());
     e.subclass("AcDbBlockReference", codes::kInsert);
     if (!attributes.empty()) e.integer(66, 1);
@@ -71,6 +72,9 @@ void writeInsert(DxfWriteContext& ctx, const QaDbBlockReference& ref) {
 
 void writeDimension(DxfWriteContext& ctx, const QaDbDimension& dim) {
   DxfEmitter e(ctx, dim, "DIMENSION");
+  // Read from any part of the body, whichever kind of dimension it names.
+  e.coverEverywhere(codes::kDimension);
+  e.coverEverywhere(codes::kDimensionKind);
   dxfWriteEntityHead(e, dim, QaDbObjectId());
   e.subclass("AcDbDimension", codes::kDimension);
   writeName(e, 2, dim.dimBlockId(), L"*D");

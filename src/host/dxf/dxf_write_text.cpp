@@ -138,6 +138,7 @@ bool dxfWriteTextEntity(DxfWriteContext& ctx, const QaDbEntity& entity) {
   }
   if (mtext) {
     DxfEmitter e(ctx, entity, "MTEXT");
+    e.coverEverywhere(codes::kMText);  // read from any part of the body but the embedded ones
     dxfWriteEntityHead(e, entity, QaDbObjectId());
     e.subclass("AcDbMText", codes::kMText);
     writeMTextFields(e, *mtext, false);
