@@ -163,6 +163,11 @@ void DxfEmitter::copyFlat(std::span<const int> wanted) {
     if (codes::contains(wanted, original_.tags[i].code)) writeKept(original_.tags[i]);
 }
 
+void DxfEmitter::dropEmbedded() {
+  for (auto& s : segments_)
+    if (s.markerCode == 101) s.used = true;
+}
+
 void DxfEmitter::coverEverywhere(std::span<const int> codes) {
   coveredEverywhere_.insert(coveredEverywhere_.end(), codes.begin(), codes.end());
 }

@@ -47,6 +47,8 @@ class DxfEmitter {
   void copyFlat(std::span<const int> codes);
   // Marks original parts of that marker as covered (not to be written at finish()).
   void dropSegment(std::string_view marker);
+  // Marks every embedded part of the original (101 markers, whatever their name) as covered.
+  void dropEmbedded();
   // Codes the kind's reader takes from every part of the body but embedded ones,
   // whatever its marker: the fields cover them, so no original part carries them
   // over (kept in another part, they would be read again, in another order).

@@ -100,6 +100,8 @@ void writeAttributePart(DxfEmitter& e, const QaDbText& t, const QaDbAttributeDat
   DxfWriteContext& ctx = e.ctx();
   e.subclass(prompt ? "AcDbAttributeDefinition" : "AcDbAttribute", codes::kAttribute);
   e.addModelled({71, 72, 11, 21, 31});
+  // The reader takes every embedded part as the multi-line text, written here from fields.
+  e.dropEmbedded();
   if (ctx.atLeast(DxfVersion::R2010)) e.integer(280, 0);
   if (prompt) e.text(3, *prompt);
   e.text(2, data.tag);
@@ -113,8 +115,6 @@ void writeAttributePart(DxfEmitter& e, const QaDbText& t, const QaDbAttributeDat
     e.point(11, t.alignmentPoint());
     e.embedded("Embedded Object");
     writeMTextFields(e, *mtext, true);
-  } else {
-    e.dropSegment("Embedded Object");
   }
 }
 

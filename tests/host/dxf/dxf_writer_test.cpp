@@ -351,3 +351,29 @@ TEST(DxfWriter, ForeignPartsAreKeptUnread) {
   auto back = loadText(saved);
   EXPECT_EQ(QaDbAttributeDefinition::cast(back->objectIdFromHandle(defId.handle()).rawObject())->tag(), tag);
 }
+
+// Every embedded part of an attribute is read as its multi-line text, whatever its
+// marker names. Written from fields, in a version with embedded text or without, the
+// attribute carries no embedded part of the original over: its text reads back as it was.
+TEST(DxfWriter, EmbeddedPartsOfAnAttributeAreReadOnce) {
+  std::string text = examplePageText();
+  const auto embedded = text.find("101\nEmbedded Object\n", text.find("  0\nATTRIB\n"));
+  ASSERT_NE(embedded, std::string::npos);
+  text.insert(std::min(text.find("  0\n", embedded), text.find("1001\n", embedded)),
+              "101\nMore Embedded\n  1\n, and more\n");
+  for (DxfVersion version : {DxfVersion::R2018, DxfVersion::R2007}) {
+    auto db = loadText(text);
+    QaDbObjectId remarkId;
+    for (QaDbObjectId id : db->objectIds())
+      if (auto* att = QaDbAttribute::cast(id.rawObject()); att && att->getMTextAttribute()) remarkId = id;
+    ASSERT_FALSE(remarkId.isNull());
+    const std::wstring read = QaDbAttribute::cast(remarkId.rawObject())->textString();
+    EXPECT_NE(read.find(L", and more"), std::wstring::npos);
+    remarkId.rawObject()->setModified();
+    DxfWriteOptions options;
+    options.version = version;
+    auto back = loadText(saveText(*db, options));
+    EXPECT_EQ(QaDbAttribute::cast(back->objectIdFromHandle(remarkId.handle()).rawObject())->textString(), read)
+        << dxfVersionName(version);
+  }
+}
