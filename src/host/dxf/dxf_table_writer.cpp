@@ -75,6 +75,12 @@ void writeRecord(DxfWriteContext& ctx, const QaDbSymbolTableRecord& rec) {
   }
   std::string_view type = recordType(rec);
   DxfEmitter e(ctx, rec, type);
+  // The reader takes the name (the first 2 of the body) and these codes from any part.
+  if (QaDbLayerTableRecord::cast(&rec)) e.coverEverywhere(kLayerCodes);
+  else if (QaDbLinetypeTableRecord::cast(&rec)) e.coverEverywhere(kLinetypeCodes);
+  else if (QaDbTextStyleTableRecord::cast(&rec)) e.coverEverywhere(kStyleCodes);
+  else if (QaDbBlockTableRecord::cast(&rec)) e.coverEverywhere(kBlockRecordCodes);
+  else e.coverEverywhere(kRecordCodes);
   e.head(type == "DIMSTYLE" ? 105 : 5);
   e.subclass("AcDbSymbolTableRecord", {});
   if (const auto* layer = QaDbLayerTableRecord::cast(&rec)) {

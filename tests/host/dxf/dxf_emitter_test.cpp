@@ -91,13 +91,14 @@ TEST(DxfEmitter, UnchangedEntityIsCopiedAsItCame) {
 
 
 // Readers of these kinds take their codes from every part of the body, whatever its
-// marker. Written from its fields, an entity whose markers are damaged (a misnamed
+// marker. Written from its fields, an entity or record whose markers are damaged (a misnamed
 // part, a foreign part holding the kind's codes) reads back as it was first read: no
 // tag of those codes is carried over to be read a second time, at another place.
 TEST(DxfEmitter, DamagedPartsAreNotReadASecondTime) {
   struct Case {
     const char* what;
-    const char* entities;  // the tags of the ENTITIES section
+    const char* entities;    // the tags of the ENTITIES section
+    const char* tables = "";  // the tags of the TABLES section
   };
   const Case cases[] = {
       {"width before any vertex in a misnamed part",
@@ -115,21 +116,25 @@ TEST(DxfEmitter, DamagedPartsAreNotReadASecondTime) {
       {"scale in a misnamed common part, read by nobody",
        "0\nHATCH\n100\nAcDbEntity3\n41\nx\n100\nAcDbHatch\n10\n0\n20\n0\n30\n0\n2\nSOLID\n70\n1\n71\n0\n"
        "91\n0\n75\n0\n76\n1\n98\n0\n"},
+      {"layer name in a part after the layer's own", "0\nLINE\n100\nAcDbEntity\n8\nY\n100\nAcDbLine\n",
+       "0\nTABLE\n2\nLAYER\n0\nLAYER\n100\nAcDbLayerTableRecord\n2\nY\n70\n0\n100\nAcDbSymbolTableRecord\n2\nX\n"
+       "0\nENDTAB\n"},
       {"vertex bulge in the vertex part",
        "0\nPOLYLINE\n100\nAcDbEntity\n100\nAcDb2dPolyline\n66\n1\n70\n0\n0\nVERTEX\n100\nAcDbEntity\n"
        "100\nAcDbVertex\n42\n0.5\n100\nAcDb2dVertex\n10\n1\n20\n1\n42\n0\n0\nSEQEND\n"},
   };
-  auto entitiesOf = [](const std::string& file) {
-    const auto begin = file.find("ENTITIES\n");
+  auto sectionOf = [](const std::string& file, const std::string& name) {
+    const auto begin = file.find(name + "\n");
     return begin == std::string::npos ? std::string() : file.substr(begin, file.find("ENDSEC\n", begin) - begin);
   };
   auto fromFields = [](QaDbDatabase& db) {
     for (QaDbObjectId id : db.objectIds())
-      if (QaDbEntity::cast(id.rawObject())) id.rawObject()->setModified();
+      if (QaDbEntity::cast(id.rawObject()) || QaDbLayerTableRecord::cast(id.rawObject())) id.rawObject()->setModified();
   };
   for (const Case& c : cases) {
     const std::string text = std::string("0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n") +
-                             "0\nSECTION\n2\nENTITIES\n" + c.entities + "0\nENDSEC\n0\nEOF\n";
+                             "0\nSECTION\n2\nTABLES\n" + c.tables + "0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" +
+                             c.entities + "0\nENDSEC\n0\nEOF\n";
     auto first = loadText(text);
     fromFields(*first);
     const std::string saved = saveText(*first);
@@ -137,6 +142,8 @@ TEST(DxfEmitter, DamagedPartsAreNotReadASecondTime) {
     EXPECT_NO_THROW(again = loadText(saved)) << c.what << "\n" << saved;
     if (!again) continue;
     fromFields(*again);
-    EXPECT_EQ(entitiesOf(saveText(*again)), entitiesOf(saved)) << c.what;
+    const std::string resaved = saveText(*again);
+    for (const char* section : {"TABLES", "ENTITIES"})
+      EXPECT_EQ(sectionOf(resaved, section), sectionOf(saved, section)) << c.what;
   }
 }
