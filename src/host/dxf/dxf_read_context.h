@@ -43,20 +43,8 @@ class DxfReadContext {
     return dxfParsePlainDecimal(tag.value, value) ? value : realSlow(tag);
   }
   int integer(const DxfTag& tag) const {
-    // Short values ("0", "-1", "256") of at most 9 digits fit without a check.
-    const std::string_view v = tag.value;
-    if (!v.empty() && v.size() <= 9) {
-      std::size_t i = v[0] == '-';
-      unsigned value = 0;
-      bool plain = i < v.size();
-      for (; i < v.size(); ++i) {
-        const unsigned digit = static_cast<unsigned char>(v[i]) - unsigned('0');
-        plain &= digit < 10;
-        value = value * 10 + digit;
-      }
-      if (plain) return v[0] == '-' ? -static_cast<int>(value) : static_cast<int>(value);
-    }
-    return integerSlow(tag);
+    std::int64_t value;
+    return dxfParsePlainInt(tag.value, value) ? static_cast<int>(value) : integerSlow(tag);
   }
   // A handle value; 0 (with a finding) when malformed.
   std::uint64_t handle(const DxfTag& tag) const;

@@ -67,17 +67,7 @@ std::optional<double> dxfParseDouble(std::string_view text) {
 std::optional<std::int64_t> dxfParseInt(std::string_view text) {
   text = dxfTrim(text);
   if (text.empty()) return std::nullopt;
-  if (text.size() <= 9) {
-    // Short values ("0", "-1", "256") without the general machinery.
-    std::size_t i = text[0] == '-' ? 1 : 0;
-    std::int64_t value = 0;
-    bool plain = i < text.size();
-    for (; i < text.size() && plain; ++i) {
-      plain = text[i] >= '0' && text[i] <= '9';
-      value = value * 10 + (text[i] - '0');
-    }
-    if (plain) return text[0] == '-' ? -value : value;
-  }
+  if (std::int64_t quick; dxfParsePlainInt(text, quick)) return quick;
   if (text.front() == '+') text.remove_prefix(1);
   std::int64_t value = 0;
   auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), value);

@@ -79,6 +79,23 @@ inline bool dxfParsePlainDecimal(std::string_view text, double& out) {
   return true;
 }
 
+// A short integer without blanks ("0", "-1", "256"): at most nine characters,
+// so it cannot overflow. False for anything else.
+inline bool dxfParsePlainInt(std::string_view text, std::int64_t& out) {
+  if (text.empty() || text.size() > 9) return false;
+  std::size_t i = text[0] == '-';
+  std::int64_t value = 0;
+  bool plain = i < text.size();
+  for (; i < text.size(); ++i) {
+    const unsigned digit = static_cast<unsigned char>(text[i]) - unsigned('0');
+    plain &= digit < 10;
+    value = value * 10 + static_cast<std::int64_t>(digit);
+  }
+  if (!plain) return false;
+  out = text[0] == '-' ? -value : value;
+  return true;
+}
+
 // A handle of 1 to 16 hex digits without blanks; false for anything else.
 inline bool dxfParsePlainHandle(std::string_view text, std::uint64_t& out) {
   struct Table {
