@@ -144,11 +144,11 @@ std::vector<QaDbObjectId> QaDbDatabase::objectIds(bool includeErased) const {
 
 std::size_t QaDbDatabase::numObjects() const { return order_.size(); }
 
-void QaDbDatabase::clearAllModified() {
+void QaDbDatabase::clearModifiedFrom(std::size_t first) {
   // Touches every object once and does little with each: fetch far enough ahead
   // that the misses overlap.
   constexpr std::size_t kAhead = 32;
-  for (std::size_t i = 0; i < order_.size(); ++i) {
+  for (std::size_t i = first; i < order_.size(); ++i) {
 #if defined(__GNUC__)
     if (i + kAhead < order_.size()) __builtin_prefetch(order_[i + kAhead]->object.get(), 1);
 #endif

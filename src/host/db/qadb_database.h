@@ -91,7 +91,9 @@ class QaDbDatabase {
   std::vector<QaDbObjectId> objectIds(bool includeErased = false) const;
   std::size_t numObjects() const;
   // Clears the modified flag of every object (a reader, when done).
-  void clearAllModified();
+  void clearAllModified() { clearModifiedFrom(0); }
+  // Clears the modified flag of the objects that came in from the `first`-th on.
+  void clearModifiedFrom(std::size_t first);
   // Makes room for `count` objects in all (a reader that knows roughly how many come).
   void reserveObjects(std::size_t count);
 

@@ -90,9 +90,11 @@ Qa::ErrorStatus QaDbText::setThickness(double t) {
 }
 
 Qa::ErrorStatus QaDbText::setNormal(const QaGeVector3d& n) {
-  if (n.isZeroLength()) return Qa::eInvalidInput;
+  // Nearly every text lies in its plane's Z axis, a unit vector already: no root to take.
+  const bool unit = n.x * n.x + n.y * n.y + n.z * n.z == 1.0;
+  if (!unit && n.isZeroLength()) return Qa::eInvalidInput;
   assertWriteEnabled();
-  normal_ = n.normal();
+  normal_ = unit ? n : n.normal();
   return Qa::eOk;
 }
 

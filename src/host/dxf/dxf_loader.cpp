@@ -618,10 +618,6 @@ void loadSource(std::shared_ptr<DxfSource> source, QaDbDatabase& db, DxfLoadInfo
   if (info) *info = std::move(state.info());
 }
 
-struct FileCloser {
-  void operator()(std::FILE* f) const { std::fclose(f); }
-};
-
 }  // namespace
 
 void dxfLoad(std::string bytes, const std::string& fileName, QaDbDatabase& db, DxfLoadInfo* info) {
@@ -635,31 +631,7 @@ void dxfLoadFile(const std::filesystem::path& path, QaDbDatabase& db, DxfLoadInf
     dxfLoad(std::move(bytes), name, db, info);
     return;
   }
-  std::error_code ec;
-  if (std::filesystem::is_directory(path, ec))
-    throw DxfError(name, 0, DxfError::kNoGroupCode, "is a folder, not a drawing");
-  std::unique_ptr<std::FILE, FileCloser> file(std::fopen(name.c_str(), "rb"));
-  if (!file) throw DxfError(name, 0, DxfError::kNoGroupCode, "cannot open the file");
-  std::FILE* f = file.get();
-  std::fseek(f, 0, SEEK_END);
-  const long size = std::ftell(f);
-  std::fseek(f, 0, SEEK_SET);
-  // Straight into a buffer that is not cleared first, in one go.
-  const std::size_t expected = size > 0 ? static_cast<std::size_t>(size) : 0;
-  auto buffer = std::make_unique_for_overwrite<char[]>(expected);
-  const std::size_t got = std::fread(buffer.get(), 1, expected, f);
-  // A file that grew meanwhile (or whose size could not be told) is read on.
-  std::string more;
-  char chunk[1 << 16];
-  for (std::size_t n; (n = std::fread(chunk, 1, sizeof chunk, f)) > 0;) more.append(chunk, n);
-  if (std::ferror(f)) throw DxfError(name, 0, DxfError::kNoGroupCode, "cannot read the file");
-  file.reset();
-  if (more.empty()) {
-    loadSource(std::make_shared<DxfSource>(name, std::move(buffer), got), db, info);
-  } else {
-    more.insert(0, buffer.get(), got);
-    dxfLoad(std::move(more), name, db, info);
-  }
+  loadSource(std::make_shared<DxfSource>(name, DxfFileBuffer::read(path)), db, info);
 }
 
 }  // namespace tabulon::dxf

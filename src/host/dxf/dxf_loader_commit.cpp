@@ -89,19 +89,32 @@ void DxfLoaderState::commit(QaDbDatabase& db) {
     QaDbObjectId id;
     db.adoptObject(std::move(p.object), QaDbHandle(p.handle), owner, id);
     ids[i] = id;
+    // Read from the file, so unchanged, whatever its setters said: cleared while the
+    // object is at hand rather than in a pass over every object at the end.
+    if (QaDbObject* o = id.rawObject()) o->clearModified();
   }
+  const std::size_t entered = db.numObjects();
   ensureTables(db);
-  resolve(db, ids);
+  std::vector<QaDbObjectId> touched;
+  resolve(db, ids, touched);
   if (headerSeed_ && headerSeed_ <= highestInFile && sawHeader_ && !ctx_.flat())
     info_.audit.add(0, "$HANDSEED " + hex(headerSeed_) + " was not above every handle; raised");
   completeDatabase(db);
-  db.clearAllModified();
+  // What changed since: objects made to complete the drawing, those resolving
+  // changed, and the tables, records and dictionaries that records and entries
+  // were added to.
+  db.clearModifiedFrom(entered);
+  for (QaDbObjectId id : touched)
+    if (QaDbObject* o = id.rawObject()) o->clearModified();
+  for (std::size_t i = 0; i < pending_.size(); ++i)
+    if (pending_[i].role != DxfRole::Entity && pending_[i].role != DxfRole::Attribute)
+      if (QaDbObject* o = ids[i].rawObject()) o->clearModified();
   for (std::size_t i = 0; i < pending_.size(); ++i)
     if (pending_[i].repaired || ctx_.flat())
       if (QaDbObject* o = ids[i].rawObject()) o->setModified();
 }
 
-void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids) {
+void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids, std::vector<QaDbObjectId>& touched) {
   auto styles = namesOf(db.textStyleTableId());
   auto blocks = namesOf(db.blockTableId());
   auto dimStyles = namesOf(db.dimStyleTableId());
@@ -123,6 +136,7 @@ void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids) {
     const DxfPendingRefs& r = p.refs >= 0 ? refs_[static_cast<std::size_t>(p.refs)] : kNoRefs;
     QaDbObjectPointer<QaDbObject> obj(ids[i], QaDb::kForWrite, true);
     if (!obj) continue;
+    touched.push_back(ids[i]);
 
     for (std::uint64_t h : r.reactors) {
       QaDbObjectId target = existing(h);
@@ -220,6 +234,7 @@ void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids) {
           continue;
         }
         QaDbObject* m = member.rawObject();
+        touched.push_back(member);
         bool hadReactor = m->hasPersistentReactor(ids[i]);
         if (group->append(member) == Qa::eOk && !hadReactor) {
           info_.audit.add(p.line, "group member " + hex(h) + " had no reactor to its group; added");

@@ -68,7 +68,9 @@ class DxfLoaderState {
   // --- second pass (dxf_loader_commit.cpp)
   void assignHandles();
   void ensureTables(QaDbDatabase& db);
-  void resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids);
+  // Resolves what could not be resolved as objects entered; `touched` gets every
+  // object it changed.
+  void resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids, std::vector<QaDbObjectId>& touched);
   void completeDatabase(QaDbDatabase& db);
 
   std::shared_ptr<DxfSource> source_;

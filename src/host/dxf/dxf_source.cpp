@@ -10,8 +10,8 @@ DxfSource::DxfSource(std::string fileName, std::string bytes)
   noteLineEnd();
 }
 
-DxfSource::DxfSource(std::string fileName, std::unique_ptr<char[]> buffer, std::size_t size)
-    : fileName_(std::move(fileName)), buffer_(std::move(buffer)), bytes_(buffer_.get(), size),
+DxfSource::DxfSource(std::string fileName, DxfFileBuffer file)
+    : fileName_(std::move(fileName)), file_(std::move(file)), bytes_(file_.bytes()),
       codec_(std::make_unique<DxfTextCodec>("ANSI_1252")) {
   noteLineEnd();
 }

@@ -3,6 +3,7 @@
 // unchanged while they are not modified. Immutable once loaded.
 #pragma once
 
+#include "host/dxf/dxf_file_buffer.h"
 #include "host/dxf/dxf_tag_reader.h"
 #include "host/dxf/dxf_text_codec.h"
 #include "host/dxf/dxf_version.h"
@@ -24,9 +25,8 @@ struct DxfSpan {
 class DxfSource {
  public:
   DxfSource(std::string fileName, std::string bytes);
-  // Takes `size` bytes of a buffer filled by the caller (a file read into
-  // memory that was never cleared first).
-  DxfSource(std::string fileName, std::unique_ptr<char[]> buffer, std::size_t size);
+  // Takes the bytes of a file read into memory.
+  DxfSource(std::string fileName, DxfFileBuffer file);
   DxfSource(const DxfSource&) = delete;
   DxfSource& operator=(const DxfSource&) = delete;
 
@@ -52,7 +52,7 @@ class DxfSource {
 
   std::string fileName_;
   std::string text_;                // the bytes, when given as a string
-  std::unique_ptr<char[]> buffer_;  // the bytes, when given as a buffer
+  DxfFileBuffer file_;              // the bytes, when read from a file
   std::string_view bytes_;          // whichever holds them
   std::string lineEnd_;
   DxfVersion version_ = DxfVersion::R12;

@@ -205,21 +205,27 @@ DxfTextCodec& DxfTextCodec::operator=(DxfTextCodec&&) noexcept = default;
 
 std::wstring DxfTextCodec::decode(std::string_view bytes) const {
   if (utf8_) {
-    // One pass: widen, and note whether carets or escapes need a second look.
-    std::wstring out(bytes.size(), L'\0');
+    // One pass: widen into a buffer kept for the purpose, and note whether carets or
+    // escapes need a second look. The text is then made at its length: a short one
+    // needs no allocation, and none is cleared first.
+    if (scratchSize_ < bytes.size()) {
+      scratchSize_ = std::max(bytes.size(), 2 * scratchSize_);
+      scratch_ = std::make_unique_for_overwrite<wchar_t[]>(scratchSize_);
+    }
+    wchar_t* const wide = scratch_.get();
     std::size_t n = 0;
     bool special = false;
     for (std::size_t i = 0; i < bytes.size();) {
       const auto b = static_cast<unsigned char>(bytes[i]);
       if (b < 0x80) {
         special |= (b == '^') | (b == '\\');
-        out[n++] = static_cast<wchar_t>(b);
+        wide[n++] = static_cast<wchar_t>(b);
         ++i;
       } else {
-        out[n++] = static_cast<wchar_t>(nextUtf8(bytes, i));
+        wide[n++] = static_cast<wchar_t>(nextUtf8(bytes, i));
       }
     }
-    out.resize(n);
+    std::wstring out(wide, n);
     if (!special) return out;
     if (out.find(L'^') != std::wstring::npos) out = dxfDecodeCarets(std::move(out));
     return out.find(L'\\') == std::wstring::npos ? out : dxfDecodeEscapes(std::move(out));

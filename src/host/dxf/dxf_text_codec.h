@@ -63,6 +63,9 @@ class DxfTextCodec {
   bool known_ = true;
   bool singleByte_ = true;
   std::unique_ptr<Iconv> iconv_;
+  // Where decode() widens UTF-8 before the text is made.
+  mutable std::unique_ptr<wchar_t[]> scratch_;
+  mutable std::size_t scratchSize_ = 0;
 };
 
 // Decodes \U+XXXX (UTF-16 units, surrogate pairs joined) and \M+nXXXX

@@ -1,0 +1,108 @@
+#include "host/dxf/dxf_file_buffer.h"
+
+#include "host/dxf/dxf_error.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace tabulon::dxf {
+
+namespace {
+
+// Below this a mapping of its own is not worth a system call.
+constexpr std::size_t kMapFrom = std::size_t(1) << 20;
+constexpr std::size_t kHugePage = std::size_t(2) << 20;
+
+// Closes a file descriptor on every path out.
+struct FileDescriptor {
+  int fd = -1;
+  ~FileDescriptor() {
+    if (fd >= 0) ::close(fd);
+  }
+};
+
+}  // namespace
+
+DxfFileBuffer::~DxfFileBuffer() { release(); }
+
+DxfFileBuffer::DxfFileBuffer(DxfFileBuffer&& other) noexcept
+    : data_(std::exchange(other.data_, nullptr)),
+      size_(std::exchange(other.size_, 0)),
+      capacity_(std::exchange(other.capacity_, 0)),
+      mapped_(std::exchange(other.mapped_, false)) {}
+
+DxfFileBuffer& DxfFileBuffer::operator=(DxfFileBuffer&& other) noexcept {
+  if (this != &other) {
+    release();
+    data_ = std::exchange(other.data_, nullptr);
+    size_ = std::exchange(other.size_, 0);
+    capacity_ = std::exchange(other.capacity_, 0);
+    mapped_ = std::exchange(other.mapped_, false);
+  }
+  return *this;
+}
+
+void DxfFileBuffer::release() {
+  if (mapped_) ::munmap(data_, capacity_);
+  else delete[] data_;
+  data_ = nullptr;
+  size_ = capacity_ = 0;
+  mapped_ = false;
+}
+
+void DxfFileBuffer::reserve(std::size_t capacity, std::size_t keep) {
+  char* data = nullptr;
+  bool mapped = false;
+  if (capacity >= kMapFrom) {
+    capacity = (capacity + kHugePage - 1) / kHugePage * kHugePage;
+    void* p = ::mmap(nullptr, capacity, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (p != MAP_FAILED) {
+      data = static_cast<char*>(p);
+      mapped = true;
+#if defined(MADV_HUGEPAGE)
+      // Advice only: where the system has no huge pages the mapping works as it is.
+      ::madvise(p, capacity, MADV_HUGEPAGE);
+#endif
+    }
+  }
+  if (!data) data = new char[capacity == 0 ? 1 : capacity];
+  if (keep > 0) std::memcpy(data, data_, keep);
+  release();
+  data_ = data;
+  size_ = keep;
+  capacity_ = capacity;
+  mapped_ = mapped;
+}
+
+DxfFileBuffer DxfFileBuffer::read(const std::filesystem::path& path) {
+  const std::string name = path.string();
+  FileDescriptor file{::open(name.c_str(), O_RDONLY | O_CLOEXEC)};
+  if (file.fd < 0) throw DxfError(name, 0, DxfError::kNoGroupCode, "cannot open the file");
+  struct stat info {};
+  if (::fstat(file.fd, &info) == 0 && S_ISDIR(info.st_mode))
+    throw DxfError(name, 0, DxfError::kNoGroupCode, "is a folder, not a drawing");
+  const std::size_t expected = info.st_size > 0 ? static_cast<std::size_t>(info.st_size) : 0;
+  DxfFileBuffer buffer;
+  // One byte more than the size told, to see the end in the same call; a file that
+  // grew meanwhile (or whose size could not be told) is read on into more room.
+  buffer.reserve(expected + 1, 0);
+  while (true) {
+    if (buffer.size_ == buffer.capacity_) buffer.reserve(2 * buffer.capacity_ + 65536, buffer.size_);
+    const ssize_t got = ::read(file.fd, buffer.data_ + buffer.size_, buffer.capacity_ - buffer.size_);
+    if (got == 0) break;
+    if (got < 0) {
+      if (errno == EINTR) continue;
+      throw DxfError(name, 0, DxfError::kNoGroupCode, "cannot read the file");
+    }
+    buffer.size_ += static_cast<std::size_t>(got);
+  }
+  return buffer;
+}
+
+}  // namespace tabulon::dxf
