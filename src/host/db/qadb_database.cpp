@@ -290,6 +290,7 @@ void QaDbDatabase::buildDefaults() {
 
 void QaDbDatabase::swap(QaDbDatabase& other) {
   if (this == &other) return;
+  std::swap(arenas_, other.arenas_);
   std::swap(slots_, other.slots_);
   std::swap(order_, other.order_);
   std::swap(handseed_, other.handseed_);

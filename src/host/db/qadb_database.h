@@ -59,6 +59,8 @@ class QaDbDatabase {
   void setInsbase(const QaGePoint3d& p) { insbase_ = p; }
   // Header variables the database does not model, kept by the codec.
   QaDbDxfRecord* dxfHeader() const { return dxfHeader_.get(); }
+  // Keeps the arena the objects of a reader came from for as long as the database lives.
+  void adoptArena(std::unique_ptr<QaDbObjectArena> arena) { arenas_.push_back(std::move(arena)); }
   void setDxfHeader(std::unique_ptr<QaDbDxfRecord> header) { dxfHeader_ = std::move(header); }
   // The next handle to be given out; always above every handle in use.
   QaDbHandle handseed() const { return handseed_; }
@@ -165,6 +167,8 @@ class QaDbDatabase {
   QaDbObjectSlot* slotFor(QaDbHandle handle, bool create);
   void buildDefaults();
 
+  // First, so that they go last: objects and records may live in them.
+  std::vector<std::unique_ptr<QaDbObjectArena>> arenas_;
   QaDbSlotTable slots_;
   std::vector<QaDbObjectSlot*> order_;
   QaDbHandle handseed_{1};

@@ -13,6 +13,7 @@
 #include "host/db/qa_error_status.h"
 #include "host/db/qadb_dxf_record.h"
 #include "host/db/qadb_enums.h"
+#include "host/db/qadb_object_arena.h"
 #include "host/db/qadb_object_id.h"
 #include "host/db/qadb_xdata.h"
 #include "host/db/qarx_class.h"
@@ -26,6 +27,10 @@ class QaDbObject : public QaRxObject {
   QaDbObject();
   ~QaDbObject() override;
   QaDbObject& operator=(const QaDbObject&) = delete;
+
+  // Objects a reader makes come from its arena (see QaDbObjectArena), others from the heap.
+  static void* operator new(std::size_t size) { return QaDbObjectArena::allocate(size); }
+  static void operator delete(void* p, std::size_t size) noexcept { QaDbObjectArena::deallocate(p, size); }
 
   // --- identity
   QaDbObjectId objectId() const { return id_; }

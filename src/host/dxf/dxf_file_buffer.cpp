@@ -1,9 +1,9 @@
 #include "host/dxf/dxf_file_buffer.h"
 
+#include "host/db/qadb_page_cache.h"
 #include "host/dxf/dxf_error.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,7 +17,6 @@ namespace {
 
 // Below this a mapping of its own is not worth a system call.
 constexpr std::size_t kMapFrom = std::size_t(1) << 20;
-constexpr std::size_t kHugePage = std::size_t(2) << 20;
 
 // Closes a file descriptor on every path out.
 struct FileDescriptor {
@@ -49,7 +48,7 @@ DxfFileBuffer& DxfFileBuffer::operator=(DxfFileBuffer&& other) noexcept {
 }
 
 void DxfFileBuffer::release() {
-  if (mapped_) ::munmap(data_, capacity_);
+  if (mapped_) qadb_page_cache::give(data_, capacity_);
   else delete[] data_;
   data_ = nullptr;
   size_ = capacity_ = 0;
@@ -60,18 +59,12 @@ void DxfFileBuffer::reserve(std::size_t capacity, std::size_t keep) {
   char* data = nullptr;
   bool mapped = false;
   if (capacity >= kMapFrom) {
-    capacity = (capacity + kHugePage - 1) / kHugePage * kHugePage;
-    void* p = ::mmap(nullptr, capacity, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (p != MAP_FAILED) {
-      data = static_cast<char*>(p);
-      mapped = true;
-#if defined(MADV_HUGEPAGE)
-      // Advice only: where the system has no huge pages the mapping works as it is.
-      ::madvise(p, capacity, MADV_HUGEPAGE);
-#endif
-    }
+    capacity = qadb_page_cache::roundUp(capacity);
+    data = static_cast<char*>(qadb_page_cache::take(capacity));
+    mapped = true;
+  } else {
+    data = new char[capacity == 0 ? 1 : capacity];
   }
-  if (!data) data = new char[capacity == 0 ? 1 : capacity];
   if (keep > 0) std::memcpy(data, data_, keep);
   release();
   data_ = data;

@@ -1,7 +1,7 @@
-// The bytes of a file read into memory of their own. A large file goes into pages
-// mapped for it, huge pages where the system gives them, so that reading a drawing
-// of tens of megabytes costs a few dozen page faults instead of thousands; a small
-// one into an ordinary allocation. Owns the memory; movable, not copyable.
+// The bytes of a file read into memory of their own. A large file goes into a run
+// of the page cache (reused once given back), so that reading a drawing of tens of
+// megabytes after another one costs no page faults; a small one into an ordinary
+// allocation. Owns the memory; movable, not copyable.
 #pragma once
 
 #include <cstddef>
@@ -34,7 +34,7 @@ class DxfFileBuffer {
   char* data_ = nullptr;
   std::size_t size_ = 0;
   std::size_t capacity_ = 0;
-  bool mapped_ = false;  // data_ is a mapping of capacity_ bytes, else new char[]
+  bool mapped_ = false;  // data_ is a page cache run of capacity_ bytes, else new char[]
 };
 
 }  // namespace tabulon::dxf

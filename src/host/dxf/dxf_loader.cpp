@@ -32,6 +32,8 @@ DxfLoaderState::DxfLoaderState(std::shared_ptr<DxfSource> source)
 // ---------------------------------------------------------------- sections
 
 void DxfLoaderState::parse() {
+  // Every object read comes from the arena: one carve each instead of an allocation.
+  QaDbObjectArena::Use use(*arena_);
   // Objects average about a hundred bytes of text or more; reserving for that many
   // spares the copying of a growing list on large drawings.
   pending_.reserve(source_->bytes().size() / 96 + 16);
@@ -613,6 +615,7 @@ void loadSource(std::shared_ptr<DxfSource> source, QaDbDatabase& db, DxfLoadInfo
   state.parse();
   QaDbDatabase scratch(false);
   state.commit(scratch);
+  scratch.adoptArena(state.takeArena());
   scratch.setFilename(fileName == "-" ? std::filesystem::path() : std::filesystem::path(fileName));
   db.swap(scratch);
   if (info) *info = std::move(state.info());

@@ -9,6 +9,9 @@
 #include "host/dxf/dxf_records.h"
 #include "host/dxf/dxf_section_reader.h"
 
+#include "host/db/qadb_object_arena.h"
+#include "host/db/qadb_page_cache.h"
+
 #include <map>
 #include <memory>
 #include <optional>
@@ -32,6 +35,8 @@ class DxfLoaderState {
   void commit(QaDbDatabase& db);
 
   DxfLoadInfo& info() { return info_; }
+  // The memory the objects read live in; the database they went into keeps it.
+  std::unique_ptr<QaDbObjectArena> takeArena() { return std::move(arena_); }
 
  private:
   // --- first pass (dxf_loader.cpp)
@@ -74,6 +79,8 @@ class DxfLoaderState {
   void completeDatabase(QaDbDatabase& db);
 
   std::shared_ptr<DxfSource> source_;
+  // Before everything that holds objects, so that it goes after them.
+  std::unique_ptr<QaDbObjectArena> arena_ = std::make_unique<QaDbObjectArena>();
   DxfLoadInfo info_;
   DxfReadContext ctx_;
   std::unique_ptr<DxfDocumentRecord> doc_;
@@ -81,7 +88,8 @@ class DxfLoaderState {
   bool sawHeader_ = false;
   std::string previousSection_;
 
-  std::vector<DxfPending> pending_;
+  // Hundreds of thousands for a large drawing: in page cache runs.
+  std::vector<DxfPending, qadb_page_cache::Allocator<DxfPending>> pending_;
   std::vector<DxfPendingRefs> refs_;
   std::vector<std::wstring> names_;
   std::unordered_map<std::string_view, int> nameIndex_;

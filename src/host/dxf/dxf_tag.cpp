@@ -79,8 +79,7 @@ std::optional<std::int64_t> dxfParseInt(std::string_view text) {
   return std::nullopt;
 }
 
-std::optional<std::uint64_t> dxfParseHandle(std::string_view text) {
-  if (std::uint64_t quick; dxfParsePlainHandle(text, quick)) return quick;
+std::optional<std::uint64_t> dxfParseHandleSlow(std::string_view text) {
   text = dxfTrim(text);
   if (std::uint64_t trimmed; dxfParsePlainHandle(text, trimmed)) return trimmed;
   return std::nullopt;

@@ -32,7 +32,9 @@ struct DxfTag {
 // empty or malformed value gives nullopt.
 std::optional<double> dxfParseDouble(std::string_view text);
 std::optional<std::int64_t> dxfParseInt(std::string_view text);
-std::optional<std::uint64_t> dxfParseHandle(std::string_view text);
+inline std::optional<std::uint64_t> dxfParseHandle(std::string_view text);
+// dxfParseHandle() for values of another shape than plain hex digits.
+std::optional<std::uint64_t> dxfParseHandleSlow(std::string_view text);
 
 // A plain decimal ("-12.75", "0.0", "6740", ".5") without blanks: its value
 // as from_chars gives it. A mantissa below 2^53 over a power of ten up to 1e22
@@ -121,6 +123,12 @@ inline bool dxfParsePlainHandle(std::string_view text, std::uint64_t& out) {
   if (bad & 0x80) return false;
   out = value;
   return true;
+}
+
+// Nearly every handle is plain hex digits: parsed here, the rest out of line.
+inline std::optional<std::uint64_t> dxfParseHandle(std::string_view text) {
+  if (std::uint64_t value; dxfParsePlainHandle(text, value)) return value;
+  return dxfParseHandleSlow(text);
 }
 
 // Blanks (space, tab, CR) removed from both ends.
