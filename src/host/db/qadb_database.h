@@ -92,9 +92,8 @@ class QaDbDatabase {
   // Every object in the order it came in; erased ones only on request.
   std::vector<QaDbObjectId> objectIds(bool includeErased = false) const;
   std::size_t numObjects() const;
-  // Clears the modified flag of every object (a reader, when done).
-  void clearAllModified() { clearModifiedFrom(0); }
-  // Clears the modified flag of the objects that came in from the `first`-th on.
+  // Clears the modified flag of the objects that came in from the `first`-th on (a
+  // reader, when done).
   void clearModifiedFrom(std::size_t first);
   // Makes room for `count` objects in all (a reader that knows roughly how many come).
   void reserveObjects(std::size_t count);

@@ -15,8 +15,7 @@ namespace tabulon::dxf {
 
 namespace {
 
-// Below this a mapping of its own is not worth a system call.
-constexpr std::size_t kMapFrom = std::size_t(1) << 20;
+using Bytes = qadb_page_cache::Allocator<char>;
 
 // Closes a file descriptor on every path out.
 struct FileDescriptor {
@@ -28,49 +27,21 @@ struct FileDescriptor {
 
 }  // namespace
 
-DxfFileBuffer::~DxfFileBuffer() { release(); }
+DxfFileBuffer::~DxfFileBuffer() {
+  if (data_) Bytes().deallocate(data_, capacity_);
+}
 
 DxfFileBuffer::DxfFileBuffer(DxfFileBuffer&& other) noexcept
     : data_(std::exchange(other.data_, nullptr)),
       size_(std::exchange(other.size_, 0)),
-      capacity_(std::exchange(other.capacity_, 0)),
-      mapped_(std::exchange(other.mapped_, false)) {}
+      capacity_(std::exchange(other.capacity_, 0)) {}
 
-DxfFileBuffer& DxfFileBuffer::operator=(DxfFileBuffer&& other) noexcept {
-  if (this != &other) {
-    release();
-    data_ = std::exchange(other.data_, nullptr);
-    size_ = std::exchange(other.size_, 0);
-    capacity_ = std::exchange(other.capacity_, 0);
-    mapped_ = std::exchange(other.mapped_, false);
-  }
-  return *this;
-}
-
-void DxfFileBuffer::release() {
-  if (mapped_) qadb_page_cache::give(data_, capacity_);
-  else delete[] data_;
-  data_ = nullptr;
-  size_ = capacity_ = 0;
-  mapped_ = false;
-}
-
-void DxfFileBuffer::reserve(std::size_t capacity, std::size_t keep) {
-  char* data = nullptr;
-  bool mapped = false;
-  if (capacity >= kMapFrom) {
-    capacity = qadb_page_cache::roundUp(capacity);
-    data = static_cast<char*>(qadb_page_cache::take(capacity));
-    mapped = true;
-  } else {
-    data = new char[capacity == 0 ? 1 : capacity];
-  }
-  if (keep > 0) std::memcpy(data, data_, keep);
-  release();
+void DxfFileBuffer::reserve(std::size_t capacity) {
+  char* data = Bytes().allocate(capacity);
+  if (size_ > 0) std::memcpy(data, data_, size_);
+  if (data_) Bytes().deallocate(data_, capacity_);
   data_ = data;
-  size_ = keep;
   capacity_ = capacity;
-  mapped_ = mapped;
 }
 
 DxfFileBuffer DxfFileBuffer::read(const std::filesystem::path& path) {
@@ -84,9 +55,9 @@ DxfFileBuffer DxfFileBuffer::read(const std::filesystem::path& path) {
   DxfFileBuffer buffer;
   // One byte more than the size told, to see the end in the same call; a file that
   // grew meanwhile (or whose size could not be told) is read on into more room.
-  buffer.reserve(expected + 1, 0);
+  buffer.reserve(expected + 1);
   while (true) {
-    if (buffer.size_ == buffer.capacity_) buffer.reserve(2 * buffer.capacity_ + 65536, buffer.size_);
+    if (buffer.size_ == buffer.capacity_) buffer.reserve(2 * buffer.capacity_ + 65536);
     const ssize_t got = ::read(file.fd, buffer.data_ + buffer.size_, buffer.capacity_ - buffer.size_);
     if (got == 0) break;
     if (got < 0) {

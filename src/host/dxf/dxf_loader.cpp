@@ -11,7 +11,6 @@
 #include "host/dxf/dxf_tag_writer.h"
 #include "host/dxf/dxf_xdata.h"
 
-#include <cstdio>
 #include <cwctype>
 #include <fstream>
 #include <iostream>

@@ -106,12 +106,15 @@ void DxfLoaderState::commit(QaDbDatabase& db) {
   db.clearModifiedFrom(entered);
   for (QaDbObjectId id : touched)
     if (QaDbObject* o = id.rawObject()) o->clearModified();
-  for (std::size_t i = 0; i < pending_.size(); ++i)
-    if (pending_[i].role != DxfRole::Entity && pending_[i].role != DxfRole::Attribute)
-      if (QaDbObject* o = ids[i].rawObject()) o->clearModified();
-  for (std::size_t i = 0; i < pending_.size(); ++i)
-    if (pending_[i].repaired || ctx_.flat())
-      if (QaDbObject* o = ids[i].rawObject()) o->setModified();
+  // Then what was repaired, or read from a file too old to copy back, is to be
+  // written from its fields.
+  for (std::size_t i = 0; i < pending_.size(); ++i) {
+    QaDbObject* o = ids[i].rawObject();
+    if (!o) continue;
+    const DxfPending& p = pending_[i];
+    if (p.role != DxfRole::Entity && p.role != DxfRole::Attribute) o->clearModified();
+    if (p.repaired || ctx_.flat()) o->setModified();
+  }
 }
 
 void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids, std::vector<QaDbObjectId>& touched) {

@@ -23,7 +23,7 @@ std::string patterned(std::size_t size) {
 
 TEST(DxfFileBuffer, ReadsEveryByteOfFilesOfAnySize) {
   tabulon::test::ScratchDir dir;
-  // Around the size where a run of its own is taken, and past a whole run.
+  // Small, about a megabyte (a page cache run), and past a whole run.
   for (std::size_t size : {std::size_t(0), std::size_t(1), std::size_t(4095), std::size_t(1) << 20,
                            (std::size_t(1) << 20) + 1, (std::size_t(5) << 20) + 17}) {
     const std::string bytes = patterned(size);
