@@ -10,5 +10,6 @@ case "$flavour" in
   *) echo "unknown flavour: $flavour" >&2; exit 2 ;;
 esac
 werror=OFF; [ "${CI:-}" = "true" ] && werror=ON
-cmake -S . -B "$dir" -G Ninja -DTABULON_WERROR=$werror "${args[@]}" "$@" >/dev/null
+launcher=(); command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache)
+cmake -S . -B "$dir" -G Ninja -DTABULON_WERROR=$werror "${args[@]}" "${launcher[@]}" "$@" >/dev/null
 cmake --build "$dir" -j "$(nproc)"

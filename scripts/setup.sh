@@ -9,7 +9,8 @@ PKGS=(
   libmuparser-dev libxlsxwriter-dev libfreexl-dev libzip-dev libpugixml-dev
   nlohmann-json3-dev libcli11-dev
   qt6-base-dev
-  python3 python3-ezdxf
+  libboost-dev xvfb
+  python3 python3-ezdxf python3-openpyxl python3-xlrd
   libdxflib-dev
   clang libclang-rt-14-dev
 )

@@ -9,12 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "card/table_rows.h"
 #include "host/db/qadb_object_id.h"
 #include "host/ge/qage_point3d.h"
 
-// Rows of one block class: one map per row, from a column's in-name or show name to the
-// cell text.
-using KrmTableRows = std::vector<std::map<std::wstring, std::wstring>>;
 
 class KrmCardEngine {
  public:

@@ -15,7 +15,7 @@
 #include <nlohmann/json.hpp>
 
 #include "card/card_template.h"
-#include "card_input.h"
+#include "card/table_rows_file.h"
 #include "cli_command.h"
 #include "drawing/card_engine.h"
 #include "host/ap/qaap_doc_manager.h"
@@ -50,11 +50,9 @@ struct CardJob {
 };
 
 KrmTableRows ReadRowsOrThrow(const fs::path& file) {
-  try {
-    return ReadCardRows(file);
-  } catch (const CardInputError& e) {
-    throw CliError(e.what());
-  }
+  auto rows = ReadTableRows(file);
+  if (!rows.ok()) throw CliError(rows.describe());
+  return std::move(rows).value();
 }
 
 // "[K:]BLOCK=FILE": K is the one-based position of the --card it belongs to, all cards
@@ -113,11 +111,9 @@ void ReadBatchFile(const fs::path& path, CreateArgs& args, std::vector<CardJob>&
         if (value.is_string()) {
           job.tables[svc::fromUtf8(block)] = ReadRowsOrThrow(path.parent_path() / value.get<std::string>());
         } else {
-          try {
-            job.tables[svc::fromUtf8(block)] = ParseJsonRows(value.dump(), where + ".data." + block);
-          } catch (const CardInputError& e) {
-            throw CliError(e.what());
-          }
+          auto rows = ParseJsonRows(value.dump(), where + ".data." + block);
+          if (!rows.ok()) throw CliError(rows.describe());
+          job.tables[svc::fromUtf8(block)] = std::move(rows).value();
         }
       }
       jobs.push_back(std::move(job));
