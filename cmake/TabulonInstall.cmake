@@ -4,7 +4,7 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-set(TABULON_INSTALL_LIBS tabulon tabulon_shell tabulon_drawing tabulon_card tabulon_host)
+set(TABULON_INSTALL_LIBS tabulon tabulon_shell tabulon_authoring tabulon_editor tabulon_drawing tabulon_card tabulon_host)
 install(TARGETS ${TABULON_INSTALL_LIBS} EXPORT TabulonTargets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
