@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "drawing/placed_card.h"
+#include "host/db/qadb_object_id.h"
 #include "host/ge/qage_vector3d.h"
 
 class KrmCardTemplate;
@@ -62,6 +63,11 @@ int RewriteBaseRows(const KrmDataGrid& oldGrid, const KrmDataGrid& newGrid, KrmP
 // The references of another class on every page: those whose row changed are written
 // (aligned, no overflow), those whose row is gone are cleared. Returns the number written.
 int RewriteClassRows(const KrmDataGrid& oldGrid, const KrmDataGrid& newGrid, KrmPlacedCard& card);
+
+// Writes row `row` of `grid` into the attributes of the resident reference
+// `referenceId` by column name, aligned in their cells; what does not fit stays as it
+// is written. Returns 0 when the reference does not open, else 1.
+int RewriteRowCells(const KrmDataGrid& grid, QaDbObjectId referenceId, int row);
 
 // Writes step * page + startCur into the column `column` of the class of `grid` on every
 // page. Returns 1.
