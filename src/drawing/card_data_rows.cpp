@@ -62,8 +62,9 @@ tabulon::Status SetBlockRows(KrmCardData& data, const std::wstring& block, const
   return tabulon::Status::Ok();
 }
 
-void RenumberPages(KrmCardData& data) {
+int PagesNeeded(const KrmCardData& data) {
   const int base = data.GetBaseGrid();
-  const int lines = data.GetRowsNeeded(base);
-  data.FillPageNumbers(1, PageCount(lines, data.GetRowsFirst(base), data.GetRowsNext(base)));
+  return PageCount(data.GetRowsNeeded(base), data.GetRowsFirst(base), data.GetRowsNext(base));
 }
+
+void RenumberPages(KrmCardData& data) { data.FillPageNumbers(1, PagesNeeded(data)); }

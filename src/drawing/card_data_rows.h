@@ -16,6 +16,9 @@ class KrmCardData;
 // column the grid does not have (the field names it, the line is the row's, from 1).
 tabulon::Status SetBlockRows(KrmCardData& data, const std::wstring& block, const KrmTableRows& rows);
 
+// The pages that the page-base rows of `data` need.
+int PagesNeeded(const KrmCardData& data);
+
 // Writes the class and batch numbers of the first page, and the totals, for the pages
 // the page-base rows now need.
 void RenumberPages(KrmCardData& data);

@@ -18,7 +18,8 @@ tabulon::Result<KrmCardEditOutcome> KrmDataCardEditor::EditPlacedCard(KrmCardEdi
       return set.error();
     }
   }
-  if (!tables_.empty()) RenumberPages(outcome.newData);
+  const int pages = request.card != nullptr ? static_cast<int>(request.card->pages.size()) : 0;
+  if (!tables_.empty() && PagesNeeded(outcome.newData) != pages) RenumberPages(outcome.newData);
   if (request.cardTemplate != nullptr) {
     outcome.rearrange = request.cardTemplate->GetRearrange();
     outcome.autoArrange = request.cardTemplate->GetAutoArrange();
