@@ -68,6 +68,14 @@ void KrmMakeCardModel::SetShowName(const std::wstring& showName) {
   Changed();
 }
 
+void KrmMakeCardModel::SetFolder(const std::wstring& folder) {
+  std::wstring text = folder;
+  if (text.empty() || text.front() != L'/') text.insert(text.begin(), L'/');
+  if (text.back() != L'/') text += L'/';
+  folder_ = text;
+  Changed();
+}
+
 void KrmMakeCardModel::SetFirst(const std::wstring& display, const std::wstring& fileName) {
   if (tablesLocked_) return;
   firstDisplay_ = display;

@@ -29,6 +29,8 @@ class KrmMakeCardModel {
   void SetName(const std::wstring& name);
   void SetShowName(const std::wstring& showName);
   const std::wstring& Folder() const { return folder_; }
+  // The folder of the card relative to the card root, as "/a/b/".
+  void SetFolder(const std::wstring& folder);
 
   const std::wstring& FirstDisplay() const { return firstDisplay_; }
   const std::wstring& NextDisplay() const { return nextDisplay_; }

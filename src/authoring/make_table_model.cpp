@@ -36,6 +36,10 @@ std::wstring Summary(const std::vector<KrmDataAttTR>& records) {
   return text;
 }
 
+Error NothingSelected() {
+  return tabulon::MakeError(tabulon::svc::toUtf8(KrmLoadString(410, L"没有选择任何实体"))).inField("selection");
+}
+
 KrmSelSglMode PageAttMode(int keyIndex) { return static_cast<KrmSelSglMode>(3 + keyIndex); }
 
 }  // namespace
@@ -87,22 +91,21 @@ KrmMakeTblModel::Availability KrmMakeTblModel::Available() const {
   return a;
 }
 
-bool KrmMakeTblModel::PickBlocks() {
+tabulon::Status KrmMakeTblModel::PickBlocks() {
   qautPrint(KrmLoadString(105, L"\n请选择整个卡片实体/R移除实体:"));
   QaEdSelectionSet selection;
-  if (selection.select() != RTNORM) return false;
+  if (selection.select() != RTNORM) return NothingSelected();
   return TakeSelection(selection.ids());
 }
 
-bool KrmMakeTblModel::TakeSelection(const std::vector<QaDbObjectId>& ids) {
-  if (ids.empty()) return false;
+tabulon::Status KrmMakeTblModel::TakeSelection(const std::vector<QaDbObjectId>& ids) {
+  if (ids.empty()) return NothingSelected();
   pickedIds_.clear();
   CollectBlockClasses(ids, allBlocks_);
   if (allBlocks_.empty()) {
-    QaMessageBox(KrmLoadString(123, L"没有选择有效的属性块"), MB_OK | MB_ICONWARNING);
     FullReset();
     Changed();
-    return false;
+    return Refuse(KrmLoadString(123, L"没有选择有效的属性块"), "selection");
   }
   pickedIds_ = ids;
   statusLine_ = KrmLoadString(401, L"选择集包含了%d类属性块");
@@ -116,7 +119,15 @@ bool KrmMakeTblModel::TakeSelection(const std::vector<QaDbObjectId>& ids) {
   multiBlocks_.clear();
   RefillClassList();
   Changed();
-  return true;
+  return Status::Ok();
+}
+
+void KrmMakeTblModel::SetFolder(const std::wstring& folder) {
+  std::wstring text = folder;
+  if (text.empty() || text.front() != L'/') text.insert(text.begin(), L'/');
+  if (text.back() != L'/') text += L'/';
+  folder_ = text;
+  Changed();
 }
 
 bool KrmMakeTblModel::ChooseSingleBlocks(const KrmSelSglRunner& run) {

@@ -69,12 +69,13 @@ class KrmMakeTblModel {
   Availability Available() const;
 
   // Asks the user to select the form in the working drawing and scans the selection.
-  // A cancelled or empty selection changes nothing and answers false.
-  bool PickBlocks();
-  // The same with a selection made by the caller. Answers false when the selection is
-  // empty (nothing changes) or holds no attribute block (the message is shown and the
-  // dialog emptied).
-  bool TakeSelection(const std::vector<QaDbObjectId>& ids);
+  // A cancelled or empty selection changes nothing (an error in field "selection").
+  tabulon::Status PickBlocks();
+  // The same with a selection made by the caller. A selection without any attribute
+  // block is refused with the message shown, and the dialog is emptied.
+  tabulon::Status TakeSelection(const std::vector<QaDbObjectId>& ids);
+  // The folder of the template relative to the card root, as "/a/b/".
+  void SetFolder(const std::wstring& folder);
 
   // Run the chooser; a cancelled chooser changes nothing. False when the operation is
   // not available now or the chooser was cancelled.
