@@ -128,6 +128,9 @@ bool KrmCardOutModel::CopyFiles(const std::vector<KrmCardFile>& list) {
     if (!StaysInFolder(sourcePath_, name) || !StaysInFolder(targetPath_, name)) continue;
     const std::wstring source = sourcePath_ + name;
     const std::wstring target = targetPath_ + name;
+    // A table shared by two pages or two cards is copied once; the copy made earlier in
+    // this run is the same file, so it raises no question.
+    if (std::find(copied_.begin(), copied_.end(), target) != copied_.end()) continue;
     if (FileExists(target)) {
       if (entry.GetType() == kKrmCardExtension) {
         std::wstring question =

@@ -38,7 +38,8 @@ class KrmCardOutModel {
   // Appends the tables and side drawings of `card` (found beside it) to `list`.
   static void CollectFiles(const KrmCardFile& card, std::vector<KrmCardFile>& list);
   // The copying loop over `list`; true when it ran to its end. The answer given for a
-  // card rules every later file that exists, until the next question.
+  // card rules every later file that exists, until the next question; a file copied
+  // earlier in the run is not copied or asked about again.
   bool CopyFiles(const std::vector<KrmCardFile>& list);
 
  private:
