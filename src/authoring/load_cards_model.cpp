@@ -24,7 +24,9 @@ std::wstring LastComponentReplaced(const std::wstring& path, const std::wstring&
 }  // namespace
 
 KrmLoadCardsModel::KrmLoadCardsModel(std::wstring root, std::wstring wantedType)
-    : root_path_(WithoutTrailingSeparators(std::move(root))), wantedType_(std::move(wantedType)) {}
+    : root_path_(WithoutTrailingSeparators(std::move(root))),
+      wantedType_(std::move(wantedType)),
+      root_(std::make_unique<Item>()) {}
 
 std::wstring KrmLoadCardsModel::Caption() const {
   return ListsCards() ? KrmLoadString(143, L"选择卡片") : KrmLoadString(144, L"选择卡片模板");
@@ -87,7 +89,6 @@ std::wstring KrmLoadCardsModel::RelativeFolderOf(const Item& item) {
 
 const KrmLoadCardsModel::Item* KrmLoadCardsModel::Find(const std::wstring& folder,
                                                        const std::wstring& fileName) const {
-  if (!root_) return nullptr;
   const Item* found = nullptr;
   std::function<void(const Item&)> walk = [&](const Item& item) {
     for (const auto& child : item.children) {
@@ -176,6 +177,11 @@ void KrmLoadCardsModel::Confirm() {
       selectedFolder_ = RelativeFolderOf(*selected_);
       break;
   }
+}
+
+std::wstring KrmLoadCardsModel::TransferPath() const {
+  if (selected_ == nullptr || selected_->text.empty()) return root_path_;
+  return root_path_ + RelativeFolderOf(*selected_);
 }
 
 std::wstring KrmLoadCardsModel::SelectedFileName() const {

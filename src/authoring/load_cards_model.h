@@ -25,6 +25,7 @@ class KrmLoadCardsModel {
   };
 
   // `root`: the card root without a trailing separator; `wantedType`: ".tbl" or ".crd".
+  // The tree is empty until Open.
   KrmLoadCardsModel(std::wstring root, std::wstring wantedType = L".tbl");
 
   // Reads the library, builds the tree and selects the first template along the first
@@ -65,6 +66,9 @@ class KrmLoadCardsModel {
 
   // Ends the dialog with OK: fills the results from the selection.
   void Confirm();
+  // The folder the transfer dialog opens on: the card root and the relative folder
+  // that confirming the selection would give.
+  std::wstring TransferPath() const;
   const std::vector<std::wstring>& selectedNames() const { return selectedNames_; }
   const std::wstring& selectedFolder() const { return selectedFolder_; }
   // Each empty unless selectedNames holds exactly two texts.

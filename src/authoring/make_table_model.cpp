@@ -83,9 +83,11 @@ std::vector<std::wstring> KrmMakeTblModel::FillOrderLabels() {
 KrmMakeTblModel::Availability KrmMakeTblModel::Available() const {
   Availability a;
   a.chooseName = !nameLocked_;
-  a.chooseSingle = a.chooseMulti = !statusLine_.empty();
-  a.choosePageBase = !statusLine_.empty() && !multiSummary_.empty();
-  for (std::size_t k = 0; k < 4; ++k) a.choosePageAtt[k] = !statusLine_.empty() && !singleSummary_.empty();
+  // The opening status line asks for a pick; the choices wait for one.
+  const bool status = scanned_ && !statusLine_.empty();
+  a.chooseSingle = a.chooseMulti = status;
+  a.choosePageBase = status && !multiSummary_.empty();
+  for (std::size_t k = 0; k < 4; ++k) a.choosePageAtt[k] = status && !singleSummary_.empty();
   a.choosePageAtt[4] = a.choosePageBase;
   a.ok = !multiSummary_.empty();
   return a;
@@ -108,6 +110,7 @@ tabulon::Status KrmMakeTblModel::TakeSelection(const std::vector<QaDbObjectId>& 
     return Refuse(KrmLoadString(123, L"没有选择有效的属性块"), "selection");
   }
   pickedIds_ = ids;
+  scanned_ = true;
   statusLine_ = KrmLoadString(401, L"选择集包含了%d类属性块");
   if (const auto at = statusLine_.find(L"%d"); at != std::wstring::npos)
     statusLine_.replace(at, 2, std::to_wstring(allBlocks_.size()));
@@ -224,6 +227,7 @@ void KrmMakeTblModel::FullReset() {
   allBlocks_.clear();
   pickedIds_.clear();
   currentClass_ = -1;
+  scanned_ = false;
 }
 
 void KrmMakeTblModel::RebuildSummaries() {
@@ -259,6 +263,7 @@ tabulon::Status KrmMakeTblModel::LoadTable(const KrmLoadCardsRunner& run) {
   name_ = table_.getFileName();
   showName_ = table_.getShowName();
   nameLocked_ = true;
+  scanned_ = true;
   if (!folder_.empty()) caption_ = folder_;
   RebuildSummaries();
   pageBaseLine_ = table_.getPageBase().empty() ? L"" : BlockLabel() + table_.getPageBase();

@@ -121,6 +121,7 @@ class KrmMakeTblModel {
   std::wstring name_;
   std::wstring showName_;
   bool nameLocked_ = false;
+  bool scanned_ = false;  // classes came from a pick or a load
   std::wstring folder_ = L"/";
   std::wstring statusLine_;
   std::wstring singleSummary_;

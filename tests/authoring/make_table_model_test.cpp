@@ -212,3 +212,26 @@ TEST_F(MakeTable, ChosenNameTakesTheFolderOfTheLibrary) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(MakeTableOpening, WaitsForAPickBeforeOfferingChoices) {
+  KrmMakeTblModel model(L"/nowhere");
+  EXPECT_EQ(model.StatusLine(), L"需要布满！");
+  EXPECT_EQ(model.ShowName(), L"Drawing1");
+  const auto available = model.Available();
+  EXPECT_TRUE(available.chooseName);
+  EXPECT_FALSE(available.chooseSingle);
+  EXPECT_FALSE(available.choosePageAtt[0]);
+  EXPECT_FALSE(available.ok);
+  EXPECT_FALSE(model.ChooseSingleBlocks(authtest::Choose({})));
+  EXPECT_FALSE(model.FillOrderEnabled());
+  EXPECT_EQ(KrmMakeTblModel::FillOrderLabels().at(7), L"从下到上(行优先)<从右往左>");
+  authtest::Form form;
+  ASSERT_TRUE(model.TakeSelection(form.ids).ok());
+  EXPECT_EQ(model.StatusLine(), L"选择集包含了3类属性块");
+  EXPECT_TRUE(model.Available().chooseMulti);
+  EXPECT_FALSE(model.Available().choosePageBase);
+}
+
+}  // namespace
