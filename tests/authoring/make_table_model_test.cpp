@@ -122,7 +122,9 @@ class MakeTableRefusals : public MakeTable, public ::testing::WithParamInterface
 
 TEST_P(MakeTableRefusals, ShowTheMessageAndWriteNothing) {
   Complete();
-  if (!GetParam().chooseBase) ASSERT_TRUE(model.ChoosePageBase(authtest::ClearChoice));
+  if (!GetParam().chooseBase) {
+    ASSERT_TRUE(model.ChoosePageBase(authtest::ClearChoice));
+  }
   model.SetName(GetParam().name);
   const tabulon::Status saved = model.OnOK();
   ASSERT_FALSE(saved.ok());

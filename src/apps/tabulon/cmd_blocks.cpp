@@ -15,7 +15,9 @@
 #include "host/ed/qaed_scripted_io.h"
 #include "host/ed/qaed_selection.h"
 #include "host/svc/utf8.h"
+#include "host/rx/qa_lang_resource.h"
 #include "shell/krm_host_session.h"
+#include "shell/krm_tabulon_app.h"
 
 namespace tabulon::cli {
 namespace {
@@ -60,6 +62,7 @@ void PrintText(const std::vector<KrmDataAttTR>& classes) {
 void RunBlocks(const BlocksArgs& args) {
   QaEdScriptedIO io({SelectionAnswer(args.window)});
   KrmHostSession session(io);
+  QaResourceScope resource(KrmTabulonApp().resourceInstance());
   std::string error;
   if (!session.openDrawing(args.drawing, &error)) throw CliError("cannot read the drawing " + args.drawing + ": " + error);
   QaEdSelectionSet selection;
@@ -79,7 +82,7 @@ void RunBlocks(const BlocksArgs& args) {
     return;
   }
   if (classes.empty()) {
-    std::cout << "no attribute block in the selection\n";
+    std::cout << svc::toUtf8(KrmLoadString(123, L"没有选择有效的属性块")) << "\n";
     return;
   }
   PrintText(classes);

@@ -19,6 +19,9 @@
 #include "host/db/qadb_database.h"
 #include "host/ed/qaed_scripted_io.h"
 #include "host/ed/qaed_user_io.h"
+#include "host/rx/qa_lang_resource.h"
+#include "shell/krm_host_session.h"
+#include "shell/krm_tabulon_app.h"
 #include "host/svc/utf8.h"
 #include "picture_output.h"
 
@@ -155,6 +158,9 @@ const CliCommand registration(65, [](CLI::App& app, GlobalOptions& globals) {
   auto withLibrary = [args, &globals](std::function<void(const LibraryArgs&)> run) {
     return [args, &globals, run] {
       args->library = globals.library;
+      QaEdScriptedIO quiet;
+      KrmHostSession session(quiet);
+      QaResourceScope resource(KrmTabulonApp().resourceInstance());
       run(*args);
     };
   };

@@ -11,7 +11,9 @@
 #include "cli_authoring.h"
 #include "cli_command.h"
 #include "host/ed/qaed_scripted_io.h"
-#include "host/ed/qaed_user_io.h"
+#include "host/rx/qa_lang_resource.h"
+#include "shell/krm_host_session.h"
+#include "shell/krm_tabulon_app.h"
 #include "host/svc/utf8.h"
 
 namespace tabulon::cli {
@@ -47,7 +49,8 @@ void RunMakeCard(const MakeCardArgs& args) {
   const auto answer = AnswerWord(args.answer);
   QaEdScriptedIO io;
   io.setEcho(&std::cerr);
-  QaEdUserIOScope scope(io);
+  KrmHostSession session(io);
+  QaResourceScope resource(KrmTabulonApp().resourceInstance());
 
   KrmMakeCardModel model(root);
   model.ChooseFirst(PickTable(args.first, "--first"));

@@ -16,7 +16,9 @@
 #include "drawing/side_drawing.h"
 #include "host/ed/qaed_scripted_io.h"
 #include "host/svc/utf8.h"
+#include "host/rx/qa_lang_resource.h"
 #include "shell/krm_host_session.h"
+#include "shell/krm_tabulon_app.h"
 
 namespace tabulon::cli {
 namespace {
@@ -97,6 +99,7 @@ void RunMakeTable(const MakeTableArgs& args) {
   QaEdScriptedIO io({SelectionAnswer(args.window)});
   io.setEcho(&std::cerr);
   KrmHostSession session(io);
+  QaResourceScope resource(KrmTabulonApp().resourceInstance());
   std::string error;
   if (!session.openDrawing(args.drawing, &error)) throw CliError("cannot read the drawing " + args.drawing + ": " + error);
 
