@@ -83,7 +83,8 @@ Status KrmCellDescriptorEditor::Set(const std::wstring& key, const std::wstring&
   if (key == L"type" && !OneOf(value, {L"NumberInt", L"Number", L"NumberDouble", L"String"}))
     return BadValue(key, value, L"NumberInt, Number, NumberDouble, String");
   if ((key == L"decimals" || key == L"order") && !IsWholeNumber(value)) return BadValue(key, value, L"a whole number");
-  if (key == L"decimals" && (std::stoi(value) < 0 || std::stoi(value) > 15)) return BadValue(key, value, L"0 to 15");
+  if (key == L"decimals" && (value.size() > 2 || std::stoi(value) < 0 || std::stoi(value) > 15))
+    return BadValue(key, value, L"0 to 15");
   if (key == L"align" && !OneOf(value, {L"LEFT", L"CENTER", L"RIGHT"})) return BadValue(key, value, L"LEFT, CENTER, RIGHT");
   if (key == L"length" && !OneOf(value, {L"kFit", L"kNewline", L"kNone"}))
     return BadValue(key, value, L"kFit, kNewline, kNone");
