@@ -123,6 +123,19 @@ TEST_F(AuthoringCommands, DrawnFormsBecomeACardThatCreateFills) {
   ASSERT_EQ(made.exitCode, 0) << made.output;
   made = Run("make-card --name 工艺卡 --folder 机加 --first 机加/P1 --next 机加/P2");
   ASSERT_EQ(made.exitCode, 0) << made.output;
+  // The side drawing keeps the plain geometry, and its blocks carry the table's id.
+  const auto side = runPython(R"(
+import sys, json, ezdxf
+doc = ezdxf.readfile(sys.argv[1])
+tid = json.load(open(sys.argv[2], encoding='utf-8'))['id']
+print(sorted(e.dxftype() for e in doc.modelspace()))
+print(sorted(b.name.replace(tid, 'ID') for b in doc.blocks if not b.name.startswith('*')))
+print('errors', len(doc.audit().errors))
+)",
+                              {(lib.path() / "机加" / "P1.dxf").string(), (lib.path() / "机加" / "P1.tbl").string()});
+  EXPECT_EQ(side.output,
+            "['CIRCLE', 'INSERT', 'INSERT', 'INSERT', 'INSERT', 'INSERT', 'INSERT', 'INSERT', 'INSERT', 'LINE', "
+            "'LWPOLYLINE']\n['ID_LOGO', 'ID_PAGE', 'ID_ROW', 'ID_TITLE']\nerrors 0\n");
 
   std::string rows = "工序,内容\n";
   for (int i = 1; i <= 18; ++i) rows += "工序" + std::to_string(i) + ",内容" + std::to_string(i) + "\n";
