@@ -88,7 +88,7 @@ void RunBlocks(const BlocksArgs& args) {
   PrintText(classes);
 }
 
-const CliCommand registration(61, [](CLI::App& app, GlobalOptions&) {
+const CliCommand registration(90, [](CLI::App& app, GlobalOptions&) {
   auto args = std::make_shared<BlocksArgs>();
   auto* sub = app.add_subcommand("blocks", "list the attribute block classes of a drawn form, with their cells");
   sub->add_option("drawing", args->drawing, "the DXF drawing")->required()->check(CLI::ExistingFile);

@@ -55,7 +55,7 @@ void RunDescribe(const DescribeArgs& args) {
     throw CliError("cannot write the drawing " + args.output + ": " + error);
 }
 
-const CliCommand registration(62, [](CLI::App& app, GlobalOptions&) {
+const CliCommand registration(91, [](CLI::App& app, GlobalOptions&) {
   auto args = std::make_shared<DescribeArgs>();
   auto* sub = app.add_subcommand("describe", "set or clear the description of a cell of a block");
   sub->add_option("drawing", args->drawing, "the DXF drawing")->required()->check(CLI::ExistingFile);

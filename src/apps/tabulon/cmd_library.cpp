@@ -151,7 +151,7 @@ void RunTransfer(const LibraryArgs& args) {
   for (const auto& file : transfer.Copied()) std::cout << "copied " << svc::toUtf8(file) << "\n";
 }
 
-const CliCommand registration(65, [](CLI::App& app, GlobalOptions& globals) {
+const CliCommand registration(94, [](CLI::App& app, GlobalOptions& globals) {
   auto args = std::make_shared<LibraryArgs>();
   auto* sub = app.add_subcommand("library", "browse, preview, prune and hand on the card library");
   sub->require_subcommand(1);

@@ -83,7 +83,7 @@ void RunMakeCard(const MakeCardArgs& args) {
   std::cout << "wrote " << svc::toUtf8(model.CardPath()) << ".crd\n";
 }
 
-const CliCommand registration(64, [](CLI::App& app, GlobalOptions& globals) {
+const CliCommand registration(93, [](CLI::App& app, GlobalOptions& globals) {
   auto args = std::make_shared<MakeCardArgs>();
   auto* sub = app.add_subcommand("make-card", "make a card template from a first-page and a continuation table");
   sub->add_option("--name", args->name, "file name of the card")->required();

@@ -140,7 +140,7 @@ void RunMakeTable(const MakeTableArgs& args) {
             << SideDrawingPath(svc::toPath(model.TemplatePath() + L".dwg")).string() << "\n";
 }
 
-const CliCommand registration(63, [](CLI::App& app, GlobalOptions& globals) {
+const CliCommand registration(92, [](CLI::App& app, GlobalOptions& globals) {
   auto args = std::make_shared<MakeTableArgs>();
   auto* sub = app.add_subcommand("make-table", "make a table template of the library from a drawn page form");
   sub->add_option("drawing", args->drawing, "the DXF drawing with the form")->required()->check(CLI::ExistingFile);
