@@ -65,21 +65,26 @@ inline QaDbObjectId AddReference(QaDbDatabase& db, QaDbObjectId block, double x,
   return AddToModelSpace(db, std::make_unique<QaDbBlockReference>(QaGePoint3d(x, y, 0), block));
 }
 
-// A page form at (100, 50): a frame of two lines, a TITLE block with 图号 and 页码, a
-// PAGE block with 总页, and `rows` ROW references 8 apart with 序号, 工序.
+// A page form at (100, 50) drawn into `db`: a frame of two lines, a TITLE block with
+// 图号 and 页码, a PAGE block with 总页, and `rows` ROW references 8 apart with 序号,
+// 工序. The ids of all its entities.
+inline std::vector<QaDbObjectId> DrawForm(QaDbDatabase& db, int rows = 3) {
+  std::vector<QaDbObjectId> ids;
+  ids.push_back(AddLine(db, 100, 50, 300, 50));
+  ids.push_back(AddLine(db, 100, 150, 300, 150));
+  const auto title = AddBlock(db, L"TITLE", {{L"图号", L"1"}, {L"页码", L"2"}});
+  const auto page = AddBlock(db, L"PAGE", {{L"总页", L""}});
+  const auto row = AddBlock(db, L"ROW", {{L"工序", L"2", 30}, {L"序号", L"1", 10}});
+  ids.push_back(AddReference(db, title, 110, 140));
+  ids.push_back(AddReference(db, page, 250, 140));
+  for (int r = 0; r < rows; ++r) ids.push_back(AddReference(db, row, 110, 120 - 8.0 * r));
+  return ids;
+}
+
 struct Form {
   QaDbDatabase db;
   std::vector<QaDbObjectId> ids;
-  explicit Form(int rows = 3) {
-    ids.push_back(AddLine(db, 100, 50, 300, 50));
-    ids.push_back(AddLine(db, 100, 150, 300, 150));
-    const auto title = AddBlock(db, L"TITLE", {{L"图号", L"1"}, {L"页码", L"2"}});
-    const auto page = AddBlock(db, L"PAGE", {{L"总页", L""}});
-    const auto row = AddBlock(db, L"ROW", {{L"工序", L"2", 30}, {L"序号", L"1", 10}});
-    ids.push_back(AddReference(db, title, 110, 140));
-    ids.push_back(AddReference(db, page, 250, 140));
-    for (int r = 0; r < rows; ++r) ids.push_back(AddReference(db, row, 110, 120 - 8.0 * r));
-  }
+  explicit Form(int rows = 3) : ids(DrawForm(db, rows)) {}
 };
 
 // A chooser run that takes the named classes (and attribute), or cancels.
