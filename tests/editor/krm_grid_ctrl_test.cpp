@@ -225,6 +225,7 @@ TEST(GridView, SizeDialogTakesTenthsInThePixelUnit) {
 
 TEST(GridFont, IsStoredAndReadBackByTheNextGrid) {
   tabulon::test::ScratchDir home;
+  const std::string previous = getenv("TABULON_HOME") != nullptr ? getenv("TABULON_HOME") : "";
   setenv("TABULON_HOME", home.path().c_str(), 1);
   KrmRegService settings;
   KrmGridFont font;
@@ -243,6 +244,7 @@ TEST(GridFont, IsStoredAndReadBackByTheNextGrid) {
   KrmGridCtrl without;
   without.LoadData(edtest::MakeGrid({L"a"}, {}), -1);
   EXPECT_EQ(without.GetFont(), KrmGridFont());
+  setenv("TABULON_HOME", previous.c_str(), 1);
 }
 
 }  // namespace
