@@ -9,6 +9,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,7 @@
 #include "host/svc/result.h"
 
 class KrmRegService;
+class QaDbDatabase;
 
 // Brings the drawing from `oldData` to `newData` for a placed card; 1 on success.
 using KrmDrawingUpdater =
@@ -141,6 +143,17 @@ class KrmDlgCreateCrd {
   // Shows an area: the hint on the command line, then waits for a key or click.
   void ShowWindowArea(const QaGePoint3d& lower, const QaGePoint3d& upper);
 
+  // --- Text from outside the cells.
+  // A phrase of the word library into the selected cell, committed like a typed value.
+  void InsertWord(const std::wstring& word);
+  // Rows picked from the drawing into the table, from the focus row on; on the main
+  // table several rows, else one. No row is added.
+  void PickTableData();
+  // The drawing's own data (its title block) into the focus row.
+  void TakeDrawingData(QaDbDatabase* db);
+  // Text picked from the drawing for an open cell editor; false when none was picked.
+  bool PickTextForEditor(std::wstring& text);
+
   // --- Keys after the grid has handled them.
   // Ctrl with a letter ("I", "D", "N", "P", "S", "Q"); true when it ran a command.
   bool OnCtrlKey(wchar_t letter);
@@ -174,6 +187,8 @@ class KrmDlgCreateCrd {
   void FillPageNumbers();
   void AutoUpdate();
   void ShowFileError();
+  void FillRowsFromMaps(const std::map<std::wstring, std::wstring>& single,
+                        const std::vector<std::map<std::wstring, std::wstring>>& maps);
 
   KrmRegService* settings_;
   KrmDocValue* document_;

@@ -3,9 +3,12 @@
 
 #include <freexl.h>
 
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 
+#include "editor/xls_check.h"
 #include "host/svc/utf8.h"
 
 namespace tabulon::editor {
@@ -23,6 +26,12 @@ Result<SheetTable> ReadXlsFile(const std::filesystem::path& path) {
   const std::string source = path.string();
   if (std::error_code ec; std::filesystem::file_size(path, ec) == 0 || ec)
     return MakeError(ec ? "cannot open the spreadsheet" : "the spreadsheet file is empty").inFile(source);
+  {
+    // The reader library trusts the lengths in the file: they are checked first.
+    std::ifstream in(path, std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    if (Status checked = CheckXlsStructure(bytes, source); !checked.ok()) return checked.error();
+  }
   const void* raw = nullptr;
   if (freexl_open(source.c_str(), &raw) != FREEXL_OK) {
     if (raw != nullptr) freexl_close(raw);

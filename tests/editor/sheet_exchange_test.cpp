@@ -168,6 +168,14 @@ INSTANTIATE_TEST_SUITE_P(Files, BadSheet,
                                            BadSheetCase{"EmptyXlsx", "e.xlsx", ""}, BadSheetCase{"EmptyXls", "e.xls", ""}),
                          [](const auto& info) { return info.param.name; });
 
+// Found by fuzzing: a damaged file that the reader library read past a buffer's end.
+TEST(SheetImport, DamagedXlsIsRefusedBeforeTheReaderLibrarySeesIt) {
+  const auto path = tabulon::test::sourceDir() / "tests/editor/data/record_past_stream.xls";
+  auto columns = tabulon::editor::ReadSheetColumns(path, false, {});
+  ASSERT_FALSE(columns.ok());
+  EXPECT_NE(columns.error().message.find("damaged"), std::string::npos) << columns.error().message;
+}
+
 TEST(SheetImport, SheetWithoutCellsHasNoHeader) {
   tabulon::test::ScratchDir dir;
   const auto path = dir / "blank.xlsx";
