@@ -42,6 +42,7 @@ class KrmDlgCreateCrd {
   // 0 when the card can't be loaded.
   int LoadTemplate(const std::wstring& path);
   void SetEditMode(int on) { m_editMode = on; }
+  int GetEditMode() const { return m_editMode; }
   void SetCardData(const KrmCardData& data) { m_cardData = data; }
   void SetCardSaved(const KrmCardData& data) { m_cardSaved = data; }
   void SetPlacedCard(const KrmPlacedCard& card) { m_placedCard = card; }

@@ -75,6 +75,12 @@ int KrmGridCtrl::SetItemText(int row, int col, const std::wstring& text) {
   return 1;
 }
 
+int KrmGridCtrl::ToggleCheck(int row, int col) {
+  const KrmGridCell* cell = GetCell(row, col);
+  if (cell == nullptr || cell->cellClass != KrmCellClass::kCheck) return 0;
+  return SetItemText(row, col, cell->text == L"0" ? L"1" : L"0");
+}
+
 void KrmGridCtrl::SetSelectedText(const std::wstring& text) {
   if (selection_.IsValid()) SetItemText(selection_.top, selection_.left, text);
 }

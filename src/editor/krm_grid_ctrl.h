@@ -95,6 +95,9 @@ class KrmGridCtrl {
   int SetItemText(int row, int col, const std::wstring& text);
   // Store coordinates: grid cell (row + 1, col + 1).
   void SetCellText(int row, int col, const std::wstring& text) { SetItemText(row + 1, col + 1, text); }
+  // A press and release within a check box: the box toggles and the cell counts as
+  // modified. 1 when (row, col) is a check cell.
+  int ToggleCheck(int row, int col);
   // The text of the cell at the selection's top left.
   void SetSelectedText(const std::wstring& text);
   // The grid-wide modified flag with (-1, -1), else the cell's.

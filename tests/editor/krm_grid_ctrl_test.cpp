@@ -78,6 +78,10 @@ TEST(GridProjection, CheckCellsReadOneUnlessTheTextIsZero) {
   EXPECT_EQ(grid.GetItemText(1, 1), L"1");
   EXPECT_EQ(grid.GetItemText(2, 1), L"0");
   EXPECT_EQ(grid.GetItemText(3, 1), L"1");
+  EXPECT_EQ(grid.ToggleCheck(2, 1), 1);
+  EXPECT_EQ(grid.GetItemText(2, 1), L"1");
+  EXPECT_EQ(grid.GetModified(2, 1), 1);
+  EXPECT_EQ(grid.ToggleCheck(0, 1), 0);  // the header is no check cell
 }
 
 TEST(GridProjection, HeadersLabelsFormatsAndColours) {

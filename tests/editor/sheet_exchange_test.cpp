@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "editor/data_file_export.h"
 #include "editor/excel_operate.h"
+#include "editor/table_rows_import.h"
 #include "editor/sheet_table.h"
 #include "editor_test_support.h"
 #include "host/svc/utf8.h"
@@ -206,6 +208,34 @@ TEST(ExactNumbers, OnlyTextsThatReadBackUnchangedAreNumbers) {
   EXPECT_EQ(value, 12.5);
   for (const wchar_t* text : {L"12.50", L"007", L"+1", L" 1", L"1e5", L"", L"一", L"nan", L"1,5"})
     EXPECT_FALSE(tabulon::editor::ExactNumber(text, value)) << text;
+}
+
+}  // namespace
+
+namespace {
+
+class DataFiles : public ::testing::TestWithParam<const char*> {};
+
+// What the programs write out by extension reads back as rows by column name.
+TEST_P(DataFiles, WrittenByExtensionReadBackAsRows) {
+  tabulon::test::ScratchDir dir;
+  const auto path = dir / GetParam();
+  ASSERT_TRUE(tabulon::editor::WriteDataFileGrid(edtest::MakeGrid(kNames, kRows), path).ok());
+  auto rows = tabulon::editor::ReadDataFileRows(path);
+  ASSERT_TRUE(rows.ok()) << rows.describe();
+  ASSERT_EQ(rows->size(), 3u);
+  EXPECT_EQ(rows->at(1).at(L"备注"), L"注意: 去毛刺");
+  EXPECT_EQ(rows->at(2).at(L"备注"), L"12.50");
+  EXPECT_EQ(rows->at(0).at(L"工时"), L"12.5");
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, DataFiles, ::testing::Values("t.xlsx", "t.xls", "t.txt"));
+
+TEST(DataFiles, UnknownExtensionIsRefused) {
+  tabulon::test::ScratchDir dir;
+  const auto written = tabulon::editor::WriteDataFileGrid(edtest::MakeGrid(kNames, kRows), dir / "t.ods");
+  ASSERT_FALSE(written.ok());
+  EXPECT_EQ(written.error().file, (dir / "t.ods").string());
 }
 
 }  // namespace
