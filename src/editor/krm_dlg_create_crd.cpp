@@ -7,6 +7,7 @@
 #include "card/paging.h"
 #include "drawing/card_generation.h"
 #include "drawing/extents_util.h"
+#include "drawing/placed_card_update.h"
 #include "editor/dialog_settings.h"
 #include "host/ed/qa_message_box.h"
 #include "host/ed/qaed_prompts.h"
@@ -21,7 +22,12 @@ constexpr unsigned kAllRows = std::numeric_limits<unsigned>::max();
 }  // namespace
 
 KrmDlgCreateCrd::KrmDlgCreateCrd(KrmRegService* settings, KrmDocValue* document)
-    : settings_(settings), document_(document), m_grid(settings) {
+    : settings_(settings),
+      document_(document),
+      updater_([](KrmCardTemplate& cardTemplate, KrmCardData& oldData, KrmCardData& newData, KrmPlacedCard& card) {
+        return UpdatePlacedCard(cardTemplate, oldData, newData, card);
+      }),
+      m_grid(settings) {
   std::wstring stored;
   if (ReadDialogSetting(settings_, kCreateCardSubKey, kCutPageValue, stored)) m_pageMode = BoxInteger(stored) != 0 ? 1 : 0;
 }

@@ -47,6 +47,7 @@ class KrmDlgCreateCrd {
   void SetCardSaved(const KrmCardData& data) { m_cardSaved = data; }
   void SetPlacedCard(const KrmPlacedCard& card) { m_placedCard = card; }
   void SetInsertPoint(const QaGePoint3d& point) { m_insertPoint = point; }
+  // The drawing update of edit mode; UpdatePlacedCard unless another is given.
   void SetDrawingUpdater(KrmDrawingUpdater updater) { updater_ = std::move(updater); }
 
   // --- What the opener reads afterwards.

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "drawing/card_tag.h"
 #include "drawing/generation_library.h"
+#include "drawing/placed_card_read.h"
+#include "host/db/qadb_open.h"
 #include "editor/dialog_settings.h"
 #include "host/ap/qaap_doc_manager.h"
 #include "host/db/qadb_database.h"
@@ -406,6 +409,44 @@ TEST_F(CardEditor, AutoUpdateWritesEachCommittedCellThroughTheUpdater) {
   EXPECT_TRUE(io.messageBoxes().empty());
   dialog.OnDestroy();
   EXPECT_TRUE(document.OpenCardsList.empty());
+}
+
+// Edit mode on a card generated in the drawing: with auto update, each commit and each
+// row command is in the drawing at once, through the update of placed cards.
+TEST_F(CardEditor, AutoUpdateBringsTheDrawingInLineAfterEachEdit) {
+  {
+    auto create = Open();
+    TypeSteps(*create, 3);
+    create->OnFinish();
+    ASSERT_TRUE(create->GetGenerationStatus().ok());
+  }
+  KrmCardTag tag;
+  {
+    QaDbObjectPointer<QaDbEntity> entity(document.lastCardIds.at(0), QaDb::kForRead);
+    ASSERT_TRUE(ReadCardTagOfEntity(entity.object(), tag));
+  }
+  auto opened = OpenPlacedCard(cardPath, tag.cardCode);
+  ASSERT_TRUE(opened.ok()) << opened.describe();
+
+  KrmDlgCreateCrd dialog(&settings, &document);
+  ASSERT_EQ(dialog.LoadTemplate(cardPath), 1);
+  dialog.SetEditMode(1);
+  dialog.SetCardData(opened->data);
+  dialog.SetCardSaved(opened->data);
+  dialog.SetPlacedCard(opened->card);
+  dialog.OnInitDialog();
+  dialog.SelectTab(Main(dialog));
+  dialog.SetAutoUpdate(1);
+  Type(dialog, 2, 2, L"磨");
+  for (int i = 0; i < 3; ++i) dialog.AddRow();  // six rows: a second page
+
+  auto again = OpenPlacedCard(cardPath, tag.cardCode);
+  ASSERT_TRUE(again.ok()) << again.describe();
+  KrmDataGrid grid;
+  again->data.GetGridAt(again->data.GetBaseGrid(), grid);
+  EXPECT_EQ(grid.GetCell(1, 1), L"磨");
+  EXPECT_EQ(grid.GetCell(2, 1), L"step3");
+  EXPECT_EQ(again->card.pages.size(), 2u);
 }
 
 }  // namespace
