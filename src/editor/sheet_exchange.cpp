@@ -8,12 +8,23 @@
 #include "host/svc/utf8.h"
 
 namespace tabulon::editor {
+namespace {
+
+constexpr long long kMaxSheetCells = 5'000'000;
+
+}  // namespace
 
 Result<ExchangeColumns> ReadSheetColumns(const std::filesystem::path& path, bool xlsx, const std::vector<int>& digits) {
   CMyExcelOperate excel(xlsx);
   if (!excel.OpenExcelFile(svc::fromPath(path))) return excel.LastError();
   const int columns = excel.GetColumnCount();
   const int rows = excel.GetRowCount();
+  // A table of the editor is far smaller; a sheet past this is refused, not read cell
+  // by cell (one far-off cell makes a huge sheet).
+  if (static_cast<long long>(rows) * columns > kMaxSheetCells)
+    return MakeError("the sheet is too large to import (" + std::to_string(rows) + " rows by " + std::to_string(columns) +
+                     " columns)")
+        .inFile(path.string());
   for (int c = 0; c < columns && c < static_cast<int>(digits.size()); ++c) excel.SetDigitNum(digits[static_cast<std::size_t>(c)]);
   ExchangeColumns out;
   std::vector<std::wstring> cells;

@@ -178,6 +178,23 @@ TEST(SheetImport, DamagedXlsIsRefusedBeforeTheReaderLibrarySeesIt) {
   EXPECT_NE(columns.error().message.find("damaged"), std::string::npos) << columns.error().message;
 }
 
+TEST(SheetImport, SheetWithOneFarOffCellIsRefusedAsTooLarge) {
+  tabulon::test::ScratchDir dir;
+  const auto path = dir / "far.xlsx";
+  const auto made = tabulon::test::runPython(R"(
+import sys, openpyxl
+wb = openpyxl.Workbook()
+wb.active["A1"] = "序号"
+wb.active["XFD1048576"] = "far"
+wb.save(sys.argv[1])
+)",
+                                             {path.string()});
+  ASSERT_EQ(made.exitCode, 0) << made.output;
+  auto columns = tabulon::editor::ReadSheetColumns(path, true, {});
+  ASSERT_FALSE(columns.ok());
+  EXPECT_NE(columns.error().message.find("too large"), std::string::npos) << columns.error().message;
+}
+
 TEST(SheetImport, SheetWithoutCellsHasNoHeader) {
   tabulon::test::ScratchDir dir;
   const auto path = dir / "blank.xlsx";
