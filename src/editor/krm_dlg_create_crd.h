@@ -166,6 +166,7 @@ class KrmDlgCreateCrd {
   void ImportTextFile(const std::wstring& path);
   tabulon::Status ExportTextFile(const std::wstring& path);
   void ImportSheetFile(const std::wstring& path);
+  // On success the window has the system open the file; on failure nothing is shown.
   tabulon::Status ExportSheetFile(const std::wstring& path);
   const std::wstring& LastDataFile() const { return m_lastDataFile; }
 
