@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "drawing/generation_library.h"
+#include "editor/xls_writer.h"
 #include "support/test_support.h"
 
 using tabulon::test::cliPath;
@@ -75,6 +76,30 @@ TEST_F(CreateCommand, ReadsRowsFromEveryDataFormat) {
   }
 }
 
+TEST_F(CreateCommand, ReadsRowsFromSpreadsheets) {
+  const auto made = runPython(R"(
+import sys, openpyxl
+wb = openpyxl.Workbook()
+for row in [["工序", "内容"], ["车", "外圆, 端面"], ["铣", "键槽"], ["钻", None]]:
+    wb.active.append(row)
+wb.save(sys.argv[1])
+)",
+                              {(work / "rows.xlsx").string()});
+  ASSERT_EQ(made.exitCode, 0) << made.output;
+  ASSERT_TRUE(tabulon::editor::WriteXlsFile(work / "rows.xls", {{L"工序", L"内容"}, {L"车", L"外圆, 端面"}, {L"铣", L"键槽"}, {L"钻"}}).ok());
+  for (const char* file : {"rows.xlsx", "rows.xls"}) {
+    SCOPED_TRACE(file);
+    const CommandResult result = Create("--card card --data ROW=" + shellQuote((work / file).string()) + " -o " + Out());
+    ASSERT_EQ(result.exitCode, 0) << result.output;
+    EXPECT_EQ(Attributes(work / "out.dxf", "ROW.工序 ROW.内容"),
+              "ROW.工序: 车 铣 钻 - -\nROW.内容: 外圆, 端面 键槽 - - -\nerrors 0\n");
+  }
+  writeFile(work / "bad.xlsx", "\"工序\"\t\n");
+  const CommandResult bad = Create("--card card --data ROW=" + shellQuote((work / "bad.xlsx").string()) + " -o " + Out());
+  EXPECT_NE(bad.exitCode, 0);
+  EXPECT_NE(bad.output.find("bad.xlsx"), std::string::npos) << bad.output;
+}
+
 TEST_F(CreateCommand, NumbersTheCardsOfABatchContinuously) {
   std::string rows = "工序\n";
   for (int i = 1; i <= 14; ++i) rows += "工序" + std::to_string(i) + "\n";
@@ -116,7 +141,7 @@ TEST_F(CreateCommand, BadInputLeavesTheDrawingUntouched) {
       {"--card card --data ROW=" + shellQuote((work / "bad.csv").string()), "bad.csv:2: a quoted field is not closed"},
       {"--card card --data NOSUCH=" + shellQuote((work / "nosuch.csv").string()),
        "the data names the block \"NOSUCH\", which the card does not have (it has TITLE, BATCH, ROW, SIGN)"},
-      {"--card card --data ROW=" + shellQuote((work / "rows.xls").string()), "unknown data format \".xls\""},
+      {"--card card --data ROW=" + shellQuote((work / "rows.ods").string()), "unknown data format \".ods\""},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.args);

@@ -52,7 +52,7 @@ TEST_F(PlacedCardCli, GetRefusesWhatTheDrawingOrCardDoesNotHave) {
       {"--card NOSUCHCD", "the drawing has no card with the code \"NOSUCHCD\""},
       {"--pick 5000,5000", "has a block at 5000.000000,5000.000000"},
       {"--card " + code + " --block NOSUCH", "--block NOSUCH: the card has no such block (it has TITLE, BATCH, ROW, SIGN)"},
-      {"--card " + code + " -o " + Path("rows.xlsx"), "unknown format \".xlsx\""},
+      {"--card " + code + " -o " + Path("rows.ods"), "unknown format \".ods\""},
       {"", "give the card by --card CODE or --pick X,Y"},
   };
   for (const Case& c : cases) {

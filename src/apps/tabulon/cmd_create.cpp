@@ -18,6 +18,7 @@
 #include "card/table_rows_file.h"
 #include "cli_command.h"
 #include "drawing/card_engine.h"
+#include "editor/table_rows_import.h"
 #include "host/ap/qaap_doc_manager.h"
 #include "host/db/qadb_database.h"
 #include "host/ed/qaed_scripted_io.h"
@@ -50,7 +51,7 @@ struct CardJob {
 };
 
 KrmTableRows ReadRowsOrThrow(const fs::path& file) {
-  auto rows = ReadTableRows(file);
+  auto rows = editor::ReadDataFileRows(file);
   if (!rows.ok()) throw CliError(rows.describe());
   return std::move(rows).value();
 }
@@ -217,7 +218,7 @@ const CliCommand registration(30, [](CLI::App& app, GlobalOptions& globals) {
   sub->add_option("-c,--card", args->cards, "a card of the library, e.g. sub/name (repeat for a batch)");
   sub->add_option("-d,--data", args->data,
                   "rows of a block: BLOCK=FILE for every card, K:BLOCK=FILE for the K-th --card; "
-                  "FILE is .csv, .tsv, .json (array of objects) or .txt (exchange format)");
+                  "FILE is .csv, .tsv, .json (array of objects), .txt (exchange format), .xlsx or .xls");
   sub->add_option("-b,--batch", args->batch, "a JSON batch file {\"cards\": [{\"card\": NAME, \"data\": {BLOCK: FILE}}]}")
       ->check(CLI::ExistingFile);
   sub->add_option("--at", args->at, "insertion point of the first card, X,Y")->delimiter(',')->expected(2, 3);

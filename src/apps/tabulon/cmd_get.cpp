@@ -1,6 +1,7 @@
 // `tabulon get DRAWING (--card CODE | --pick X,Y) [--block NAME] [-o FILE]`: the rows
-// of one block of a placed card, as the drawing holds them, in CSV, TSV or JSON by the
-// file's extension (CSV on standard output). Columns are headed by their show names, so
+// of one block of a placed card, as the drawing holds them, in CSV, TSV, JSON, the
+// editor's exchange text (.txt), .xlsx or .xls by the file's extension (CSV on standard
+// output). Columns are headed by their show names, so
 // the file can be given back to `create` and `update`.
 #include <fstream>
 #include <iostream>
@@ -11,6 +12,7 @@
 
 #include "card/data_grid.h"
 #include "cli_command.h"
+#include "editor/data_file_export.h"
 #include "host/svc/utf8.h"
 #include "placed_card_cli.h"
 
@@ -78,11 +80,18 @@ KrmDataGrid GridOf(const KrmCardData& data, const std::string& block) {
 
 void RunGet(const GetArgs& args, const GlobalOptions& globals) {
   const std::string extension = args.output == "-" ? ".csv" : std::filesystem::path(args.output).extension().string();
-  if (extension != ".csv" && extension != ".tsv" && extension != ".json")
-    throw CliError("-o " + args.output + ": unknown format \"" + extension + "\" (use .csv, .tsv or .json)");
+  const bool exchange = extension == ".txt" || extension == ".xlsx" || extension == ".xls";
+  if (extension != ".csv" && extension != ".tsv" && extension != ".json" && !exchange)
+    throw CliError("-o " + args.output + ": unknown format \"" + extension +
+                   "\" (use .csv, .tsv, .json, .txt, .xlsx or .xls)");
   PlacedCardSession session(args.drawing, globals.library);
   const KrmOpenedCard opened = session.OpenCard(args.card);
   const KrmDataGrid grid = GridOf(opened.data, args.block);
+  if (exchange) {
+    const Status written = editor::WriteDataFileGrid(grid, args.output);
+    if (!written.ok()) throw CliError(written.describe());
+    return;
+  }
   const std::string text = extension == ".json" ? Json(grid) : Delimited(grid, extension == ".tsv" ? '\t' : ',');
   if (args.output == "-") {
     std::cout << text;
@@ -99,7 +108,7 @@ const CliCommand registration(61, [](CLI::App& app, GlobalOptions& globals) {
   sub->add_option("drawing", args->drawing, "the DXF drawing, - for standard input")->required();
   AddCardChoice(sub, args->card);
   sub->add_option("--block", args->block, "the block (default: the one whose rows make the pages)");
-  sub->add_option("-o,--output", args->output, "a .csv, .tsv or .json file (default: CSV on standard output)");
+  sub->add_option("-o,--output", args->output, "a .csv, .tsv, .json, .txt (exchange text), .xlsx or .xls file (default: CSV on standard output)");
   sub->callback([args, &globals] { RunGet(*args, globals); });
 });
 

@@ -62,7 +62,7 @@ const CliCommand registration(63, [](CLI::App& app, GlobalOptions& globals) {
   auto* sub = app.add_subcommand("update", "give blocks of a placed card new rows and bring the drawing in line");
   sub->add_option("drawing", args->drawing, "the DXF drawing, - for standard input")->required();
   AddCardChoice(sub, args->card);
-  sub->add_option("-d,--data", args->data, "rows of a block: BLOCK=FILE (.csv, .tsv, .json or .txt)")->required();
+  sub->add_option("-d,--data", args->data, "rows of a block: BLOCK=FILE (.csv, .tsv, .json, .txt, .xlsx or .xls)")->required();
   auto* start = sub->add_option("--page-start", args->pageStart, "first page number of the card");
   auto* batch = sub->add_option("--batch-start", args->batchStart, "first batch page number");
   auto* step = sub->add_option("--page-step", args->pageStep, "step of the page numbers");

@@ -5,8 +5,8 @@
 #include <fstream>
 #include <iostream>
 
-#include "card/table_rows_file.h"
 #include "drawing/card_tag.h"
+#include "editor/table_rows_import.h"
 #include "drawing/placed_card_find.h"
 #include "host/ap/qaap_doc_manager.h"
 #include "host/db/qadb_database.h"
@@ -50,7 +50,7 @@ std::map<std::wstring, KrmTableRows> ReadDataOptions(const std::vector<std::stri
     const auto eq = option.find('=');
     if (eq == std::string::npos || eq == 0 || eq + 1 == option.size())
       throw CliError("--data " + option + ": expected BLOCK=FILE");
-    auto rows = ReadTableRows(fs::path(option.substr(eq + 1)));
+    auto rows = editor::ReadDataFileRows(fs::path(option.substr(eq + 1)));
     if (!rows.ok()) throw CliError(rows.describe());
     tables[svc::fromUtf8(option.substr(0, eq))] = std::move(rows).value();
   }
