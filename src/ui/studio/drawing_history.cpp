@@ -61,13 +61,20 @@ Status DrawingHistory::begin(QaDbDatabase& db) {
   auto file = write(db);
   if (!file) return file.status();
   pending_ = *file;
+  modifiedBefore_.clear();
+  for (auto id : db.objectIds(true))
+    if (const QaDbObject* object = id.rawObject(); object && object->isModified()) modifiedBefore_.push_back(id);
   db.clearModifiedFrom(0);
   return Status::Ok();
 }
 
 bool DrawingHistory::end(QaDbDatabase& db, const std::wstring& name) {
   if (pending_.empty()) return changed(db);
-  if (!changed(db)) {
+  const bool commandChanged = changed(db);
+  for (auto id : modifiedBefore_)
+    if (QaDbObject* object = id.rawObject()) object->setModified();
+  modifiedBefore_.clear();
+  if (!commandChanged) {
     removeFile(pending_);
     pending_.clear();
     return false;
@@ -76,7 +83,6 @@ bool DrawingHistory::end(QaDbDatabase& db, const std::wstring& name) {
   pending_.clear();
   for (auto& step : redo_) removeFile(step.file);
   redo_.clear();
-  db.clearModifiedFrom(0);
   return true;
 }
 
@@ -92,7 +98,6 @@ Status DrawingHistory::restore(QaDbDatabase& db, const Step& from, std::vector<S
   const auto name = db.filename();
   db.swap(previous);
   db.setFilename(name);
-  db.clearModifiedFrom(0);
   other.push_back({from.name, *current});
   removeFile(from.file);
   return Status::Ok();

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "host/db/qadb_object_id.h"
 #include "host/svc/result.h"
 
 class QaDbDatabase;
@@ -23,7 +24,9 @@ class DrawingHistory {
   DrawingHistory(const DrawingHistory&) = delete;
   DrawingHistory& operator=(const DrawingHistory&) = delete;
 
-  // Before a command: keeps the drawing as it is and clears its modified flags.
+  // Before a command: keeps the drawing as it is. The objects' modified flags are
+  // cleared for the command's run and put back afterwards (the writer writes changed
+  // objects from their fields and others as they were read).
   Status begin(QaDbDatabase& db);
   // After the command: true when it changed the drawing (then it becomes an undo step
   // named `name` and the redo steps go); otherwise the snapshot is dropped.
@@ -38,7 +41,7 @@ class DrawingHistory {
   Status undo(QaDbDatabase& db);
   Status redo(QaDbDatabase& db);
 
-  // True when any object of `db` changed since its flags were last cleared.
+  // True when any object of `db` is flagged modified.
   static bool changed(const QaDbDatabase& db);
 
  private:
@@ -52,6 +55,7 @@ class DrawingHistory {
   std::filesystem::path folder_;
   int next_ = 0;
   std::filesystem::path pending_;
+  std::vector<QaDbObjectId> modifiedBefore_;
   std::vector<Step> undo_;
   std::vector<Step> redo_;
 };
