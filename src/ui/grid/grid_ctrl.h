@@ -72,6 +72,8 @@ class CGridCtrl : public QTableView {
   explicit CGridCtrl(QWidget *parent = nullptr);
   ~CGridCtrl() override;
 
+  using QTableView::edit;
+
   GridModel &gridModel() { return *model_; }
   GridDelegate &gridDelegate() { return *delegate_; }
 
