@@ -23,6 +23,7 @@ CommandLine::CommandLine(const UiStrings &strings, QWidget *parent) : QWidget(pa
   prompt_ = new QLabel(this);
   prompt_->setObjectName(QStringLiteral("commandPrompt"));
   prompt_->setTextFormat(Qt::RichText);
+  prompt_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
   input_ = new QLineEdit(this);
   input_->setObjectName(QStringLiteral("commandInput"));
   names_ = new QStringListModel(this);
