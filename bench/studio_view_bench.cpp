@@ -48,6 +48,40 @@ void BM_FirstPicture(benchmark::State& state) {
 }
 BENCHMARK(BM_FirstPicture)->Unit(benchmark::kMillisecond)->Iterations(3);
 
+// The same road in its four stages, as counters in milliseconds.
+void BM_FirstPictureStages(benchmark::State& state) {
+  drawingPath();
+  using Clock = std::chrono::steady_clock;
+  auto ms = [](Clock::time_point a, Clock::time_point b) { return std::chrono::duration<double, std::milli>(b - a).count(); };
+  double load = 0, scene = 0, index = 0, paint = 0;
+  for (auto _ : state) {
+    const auto t0 = Clock::now();
+    QaDbDatabase db(false);
+    std::string error;
+    if (db.readDwgFile(drawingPath(), 0, &error) != Qa::eOk) std::abort();
+    const auto t1 = Clock::now();
+    auto built = tabulon::render::BuildModelSpaceScene(db);
+    const auto t2 = Clock::now();
+    auto indexed = std::make_shared<tabulon::ui::SceneIndex>(std::move(built));
+    const auto t3 = Clock::now();
+    tabulon::ui::DrawingView view;
+    view.resize(kWidth, kHeight);
+    view.setIndex(indexed);
+    view.renderNow();
+    const auto t4 = Clock::now();
+    load += ms(t0, t1);
+    scene += ms(t1, t2);
+    index += ms(t2, t3);
+    paint += ms(t3, t4);
+  }
+  const double n = static_cast<double>(state.iterations());
+  state.counters["load_ms"] = load / n;
+  state.counters["scene_ms"] = scene / n;
+  state.counters["index_ms"] = index / n;
+  state.counters["paint_ms"] = paint / n;
+}
+BENCHMARK(BM_FirstPictureStages)->Unit(benchmark::kMillisecond)->Iterations(2);
+
 // One view on the drawing for the step benchmarks; `zoom` > 1 zooms in about the centre.
 struct StepFixture {
   QaDbDatabase db{false};

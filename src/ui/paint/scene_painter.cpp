@@ -98,6 +98,17 @@ double EstimatedTextLength(const RenderText& text) {
   return ems * text.fontSize * text.widthFactor;
 }
 
+QLineF GreekedTextLine(const RenderText& text) {
+  const double length = EstimatedTextLength(text);
+  double start = 0.0;
+  if (text.anchor == RenderText::Anchor::Middle) start = -length / 2.0;
+  if (text.anchor == RenderText::Anchor::End) start = -length;
+  const double c = std::cos(text.rotation), s = std::sin(text.rotation);
+  const double mid = text.height / 2.0;
+  const QPointF a(text.position.x + start * c - mid * s, -(text.position.y + start * s + mid * c));
+  return QLineF(a, QPointF(a.x() + length * c, a.y() - length * s));
+}
+
 void ScenePainter::paint(QPainter& painter, const RenderItem& item) {
   if (const auto* p = std::get_if<RenderPath>(&item)) {
     QPainterPath qpath;
@@ -129,17 +140,10 @@ void ScenePainter::paint(QPainter& painter, const RenderItem& item) {
 void ScenePainter::paintText(QPainter& painter, const RenderText& text) {
   const QColor color = toQColor(override_ ? *override_ : text.color);
   if (greekPixels_ > 0.0 && text.height * pixelsPerUnit_ < greekPixels_) {
-    // Too small to read: a grey stroke where the line of text stands.
-    const double length = EstimatedTextLength(text);
-    double start = 0.0;
-    if (text.anchor == RenderText::Anchor::Middle) start = -length / 2.0;
-    if (text.anchor == RenderText::Anchor::End) start = -length;
-    const double c = std::cos(text.rotation), s = std::sin(text.rotation);
-    const double mid = text.height / 2.0;
-    const QPointF a(text.position.x + start * c - mid * s, -(text.position.y + start * s + mid * c));
-    const QPointF b(a.x() + length * c, a.y() - length * s);
+    // Too small to read: a stroke where the line of text stands.
+    const QLineF line = GreekedTextLine(text);
     painter.setPen(QPen(color, std::max(text.height * 0.6, 0.0), Qt::SolidLine, Qt::FlatCap));
-    painter.drawLine(a, b);
+    painter.drawLine(line);
     return;
   }
   TextFonts& fonts = fontsFor(text.fontFamily);

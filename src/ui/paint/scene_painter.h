@@ -5,6 +5,8 @@
 // are set in that flipped frame.
 #pragma once
 
+#include <QLineF>
+
 #include <functional>
 #include <map>
 #include <memory>
@@ -53,5 +55,9 @@ class ScenePainter {
 // A generous estimate of the length of a laid-out text line in drawing units (wide
 // characters one em, others 0.6 em), for indexes and level of detail.
 double EstimatedTextLength(const render::RenderText& text);
+
+// The stroke that stands for a text too small to read: along the middle of its line,
+// in the painter's frame (x, -y).
+QLineF GreekedTextLine(const render::RenderText& text);
 
 }  // namespace tabulon::ui

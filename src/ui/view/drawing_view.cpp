@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "ui/paint/scene_painter.h"
 #include "ui/view/scene_index.h"
@@ -15,7 +16,7 @@ namespace tabulon::ui {
 namespace {
 
 // Texts under this many pixels high are drawn as strokes.
-constexpr double kGreekPixels = 3.0;
+constexpr double kGreekPixels = 4.0;
 // A press and release closer than this is a click, not a drag.
 constexpr double kClickSlop = 3.0;
 const render::RenderColor kHoverColor{0, 120, 215};
@@ -110,6 +111,63 @@ void DrawingView::panBy(QPointF screenDelta) {
   update();
 }
 
+namespace {
+
+// Thin lines, strokes of texts too small to read and dots, collected by colour and
+// width and drawn in one call each, in the order of the drawing as long as nothing
+// else comes between (other items flush what was collected first).
+class StrokeBatch {
+ public:
+  void line(QRgb color, double pixels, const QLineF &l) {
+    const std::pair<QRgb, int> key{color, quarterPixels(pixels)};
+    // Runs of one colour and width are the rule: the last list is kept at hand.
+    if (!last_ || key != lastKey_) {
+      last_ = &lines_[key];
+      lastKey_ = key;
+    }
+    last_->push_back(l);
+  }
+  void dot(QRgb color, const QPointF &p) { dots_[color].push_back(p); }
+  bool empty() const { return lines_.empty() && dots_.empty(); }
+
+  void flush(QPainter &p) {
+    if (empty()) return;
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing, false);
+    for (const auto &[key, lines] : lines_) {
+      QPen pen(QColor::fromRgb(key.first), key.second / 4.0);
+      pen.setCosmetic(true);
+      pen.setCapStyle(Qt::FlatCap);
+      p.setPen(pen);
+      p.drawLines(lines);
+    }
+    for (const auto &[color, points] : dots_) {
+      QPen pen(QColor::fromRgb(color), 1.0);
+      pen.setCosmetic(true);
+      p.setPen(pen);
+      p.drawPoints(points.data(), static_cast<int>(points.size()));
+    }
+    p.restore();
+    lines_.clear();
+    dots_.clear();
+    last_ = nullptr;
+  }
+
+ private:
+  static int quarterPixels(double pixels) { return std::max(4, static_cast<int>(std::lround(pixels * 4))); }
+  std::map<std::pair<QRgb, int>, QVector<QLineF>> lines_;
+  std::map<QRgb, QVector<QPointF>> dots_;
+  QVector<QLineF> *last_ = nullptr;
+  std::pair<QRgb, int> lastKey_{0, 0};
+};
+
+QRgb rgbOf(const render::RenderColor &c) { return qRgb(c.r, c.g, c.b); }
+
+// Pixels of a line of `lineWeight` millimetres on the screen, never under one.
+double linePixels(double lineWeight) { return std::max(1.0, lineWeight * 96.0 / 25.4 * 0.5); }
+
+}  // namespace
+
 void DrawingView::renderRegion(QImage &image, const QRect &rect) {
   if (rect.isEmpty()) return;
   QPainter p(&image);
@@ -123,18 +181,47 @@ void DrawingView::renderRegion(QImage &image, const QRect &rect) {
   const QPointF a = view_.toWorld(rect.bottomLeft() + QPointF(-1, 1));
   const QPointF b = view_.toWorld(rect.topRight() + QPointF(1, -1));
   const WorldBox box{a.x(), a.y(), b.x(), b.y()};
-  const double pixel = 1.0 / view_.scale();
+  const WorldBox all = index_->extents();
   const auto &items = index_->scene().items;
-  for (std::size_t i : index_->itemsIn(box)) {
+  std::vector<std::size_t> visible;
+  // A window on the whole drawing takes every item as it stands, without a query.
+  const bool whole = !all.empty() && box.minX <= all.minX && box.minY <= all.minY && box.maxX >= all.maxX &&
+                     box.maxY >= all.maxY;
+  if (!whole) visible = index_->itemsIn(box);
+  const std::size_t count = whole ? items.size() : visible.size();
+  const double pixel = 1.0 / view_.scale();
+  StrokeBatch batch;
+  for (std::size_t k = 0; k < count; ++k) {
+    const std::size_t i = whole ? k : visible[k];
     const WorldBox &ib = index_->itemBox(i);
+    const auto &item = items[i];
     // What is smaller than a pixel shows as a dot, or not at all when a text.
     if (ib.maxX - ib.minX < pixel && ib.maxY - ib.minY < pixel) {
-      if (std::holds_alternative<render::RenderText>(items[i])) continue;
-      p.fillRect(QRectF(ib.minX, -ib.maxY, pixel, pixel), Qt::black);
+      if (std::holds_alternative<render::RenderText>(item)) continue;
+      const render::RenderColor *color = nullptr;
+      if (const auto *path = std::get_if<render::RenderPath>(&item)) color = &path->color;
+      if (const auto *circle = std::get_if<render::RenderCircle>(&item)) color = &circle->color;
+      if (color) batch.dot(rgbOf(*color), QPointF(ib.minX, -ib.maxY));
       continue;
     }
-    painter_->paint(p, items[i]);
+    if (const auto *path = std::get_if<render::RenderPath>(&item); path && !path->filled && path->width <= 0.0) {
+      const double pixels = linePixels(path->lineWeight);
+      for (const auto &ring : path->rings) {
+        const std::size_t m = ring.size();
+        for (std::size_t j = 0; j + 1 < m + (path->closed && m > 2 ? 1 : 0); ++j)
+          batch.line(rgbOf(path->color), pixels,
+                     QLineF(ring[j].x, -ring[j].y, ring[(j + 1) % m].x, -ring[(j + 1) % m].y));
+      }
+      continue;
+    }
+    if (const auto *t = std::get_if<render::RenderText>(&item); t && t->height * view_.scale() < kGreekPixels) {
+      batch.line(rgbOf(t->color), std::max(1.0, t->height * view_.scale() * 0.6), GreekedTextLine(*t));
+      continue;
+    }
+    batch.flush(p);
+    painter_->paint(p, item);
   }
+  batch.flush(p);
 }
 
 void DrawingView::renderNow() {

@@ -111,15 +111,12 @@ bool pointInPolygon(QPointF p, const QPointF* poly, int n) {
 
 }  // namespace
 
-SceneIndex::SceneIndex(RenderScene scene) : scene_(std::move(scene)), trees_(std::make_unique<Trees>()) {
+SceneIndex::SceneIndex(RenderScene scene) : scene_(std::move(scene)) {
   const std::size_t n = scene_.items.size();
   scene_.owners.resize(n);
   itemBoxes_.reserve(n);
-  std::vector<Value> itemValues;
-  itemValues.reserve(n);
   for (std::size_t i = 0; i < n; ++i) {
     itemBoxes_.push_back(boxOf(scene_.items[i]));
-    if (!itemBoxes_.back().empty()) itemValues.emplace_back(toBBox(itemBoxes_.back()), i);
     if (entities_.empty() || entities_.back().id != scene_.owners[i]) entities_.push_back({scene_.owners[i], i, i, kNoBox});
     Entity& e = entities_.back();
     e.end = i + 1;
@@ -129,6 +126,15 @@ SceneIndex::SceneIndex(RenderScene scene) : scene_(std::move(scene)), trees_(std
       grow(e.box, b.maxX, b.maxY);
     }
   }
+}
+
+const SceneIndex::Trees& SceneIndex::trees() const {
+  if (trees_) return *trees_;
+  trees_ = std::make_unique<Trees>();
+  std::vector<Value> itemValues;
+  itemValues.reserve(itemBoxes_.size());
+  for (std::size_t i = 0; i < itemBoxes_.size(); ++i)
+    if (!itemBoxes_[i].empty()) itemValues.emplace_back(toBBox(itemBoxes_[i]), i);
   std::vector<Value> entityValues;
   entityValues.reserve(entities_.size());
   for (std::size_t i = 0; i < entities_.size(); ++i)
@@ -136,6 +142,7 @@ SceneIndex::SceneIndex(RenderScene scene) : scene_(std::move(scene)), trees_(std
   // Packed construction: one bulk load is much faster than inserting one by one.
   trees_->items = Tree(itemValues.begin(), itemValues.end());
   trees_->entities = Tree(entityValues.begin(), entityValues.end());
+  return *trees_;
 }
 
 SceneIndex::~SceneIndex() = default;
@@ -150,7 +157,8 @@ WorldBox SceneIndex::extents() const {
 std::vector<std::size_t> SceneIndex::itemsIn(const WorldBox& box) const {
   std::vector<std::size_t> out;
   if (box.empty()) return out;
-  for (auto it = trees_->items.qbegin(bgi::intersects(toBBox(box))); it != trees_->items.qend(); ++it)
+  const Tree& tree = trees().items;
+  for (auto it = tree.qbegin(bgi::intersects(toBBox(box))); it != tree.qend(); ++it)
     out.push_back(it->second);
   std::sort(out.begin(), out.end());
   return out;
@@ -158,7 +166,8 @@ std::vector<std::size_t> SceneIndex::itemsIn(const WorldBox& box) const {
 
 std::vector<std::size_t> SceneIndex::entityCandidates(const WorldBox& box) const {
   std::vector<std::size_t> out;
-  for (auto it = trees_->entities.qbegin(bgi::intersects(toBBox(box))); it != trees_->entities.qend(); ++it)
+  const Tree& tree = trees().entities;
+  for (auto it = tree.qbegin(bgi::intersects(toBBox(box))); it != tree.qend(); ++it)
     out.push_back(it->second);
   std::sort(out.begin(), out.end());
   return out;

@@ -50,11 +50,13 @@ class SceneIndex {
   double distanceTo(std::size_t item, QPointF point) const;
   bool crosses(std::size_t item, const WorldBox& box) const;
   std::vector<std::size_t> entityCandidates(const WorldBox& box) const;
+  // The trees are packed on first use: a first picture of the whole drawing needs none.
+  const Trees& trees() const;
 
   render::RenderScene scene_;
   std::vector<WorldBox> itemBoxes_;
   std::vector<Entity> entities_;
-  std::unique_ptr<Trees> trees_;
+  mutable std::unique_ptr<Trees> trees_;
 };
 
 }  // namespace tabulon::ui
