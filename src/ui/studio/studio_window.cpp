@@ -61,6 +61,7 @@ StudioWindow::StudioWindow(const UiStrings &strings, QWidget *parent) : QMainWin
   dock->setWidget(line_);
   dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
   addDockWidget(Qt::BottomDockWidgetArea, dock);
+  resizeDocks({dock}, {170}, Qt::Vertical);
   connect(line_, &CommandLine::submitted, this, &StudioWindow::onSubmitted);
   connect(line_, &CommandLine::cancelled, this, &StudioWindow::onCancelled);
   connect(io_, &StudioUserIO::waitingForInput, this, [this] {

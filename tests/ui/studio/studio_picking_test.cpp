@@ -2,6 +2,7 @@
 // function answers with the host's result codes and the ids picked.
 #include <QLabel>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -137,6 +138,24 @@ TEST_F(StudioPicking, EnterWithNothingSelectedEndsEmpty) {
   later([this] { type(QString()); });
   QaEdSelectionSet set;
   EXPECT_EQ(set.select(), RTERROR);
+}
+
+TEST_F(StudioPicking, HoverMarksTheEntityUnderTheCursor) {
+  QTest::mouseMove(view(), screen(55, 5));
+  EXPECT_EQ(view()->hovered().handle(), handles.right);
+  QTest::mouseMove(view(), screen(30, 15));
+  EXPECT_TRUE(view()->hovered().isNull());
+}
+
+TEST_F(StudioPicking, EnterOnAnEmptyLineRepeatsTheLastCommand) {
+  QSignalSpy ended(window.get(), &tabulon::ui::StudioWindow::commandEnded);
+  QTimer::singleShot(0, [this] { QTest::keyClick(window->commandLine().input(), Qt::Key_Escape); });
+  type(QStringLiteral("KrmDelBlkID"));
+  ASSERT_EQ(ended.count(), 1);
+  QTimer::singleShot(0, [this] { QTest::keyClick(window->commandLine().input(), Qt::Key_Escape); });
+  type(QString());
+  ASSERT_EQ(ended.count(), 2);
+  EXPECT_EQ(ended.at(1).at(0).toString(), QStringLiteral("KrmDelBlkID"));
 }
 
 TEST_F(StudioPicking, ModeXTakesEverythingWithoutAsking) {
