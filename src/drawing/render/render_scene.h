@@ -11,6 +11,7 @@
 
 #include "drawing/render/render_color.h"
 #include "host/db/qadb_extents.h"
+#include "host/db/qadb_object_id.h"
 #include "host/ge/qage_point2d.h"
 
 namespace tabulon::render {
@@ -54,6 +55,9 @@ using RenderItem = std::variant<RenderPath, RenderCircle, RenderText>;
 
 struct RenderScene {
   std::vector<RenderItem> items;  // in drawing order
+  // owners[i]: the model-space entity that item i was drawn for (a block reference for
+  // everything inside it), so that a view can pick what it shows.
+  std::vector<QaDbObjectId> owners;
   QaDbExtents extents;            // box of everything drawn (empty for an empty scene)
 
   // Counts by kind, for summaries and tests.

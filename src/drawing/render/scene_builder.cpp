@@ -78,7 +78,10 @@ class SceneBuilder {
       Context top;
       top.blockColor = AciOnWhite(7);
       top.blockLayer = L"0";
-      for (QaDbObjectId id : space->liveEntityIds()) drawEntityId(id, top);
+      for (QaDbObjectId id : space->liveEntityIds()) {
+        drawEntityId(id, top);
+        scene_.owners.resize(scene_.items.size(), id);
+      }
     }
     return std::move(scene_);
   }

@@ -34,6 +34,7 @@ struct QaEdInput {
   QaGePoint3d corner;               // second corner of Window
   std::wstring text;                // Text
   std::vector<QaDbHandle> handles;  // Handles
+  bool picked = false;              // Handles: `point` is where the entity was picked
 
   static QaEdInput of(Kind kind) {
     QaEdInput in;

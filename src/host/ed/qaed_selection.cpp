@@ -299,7 +299,8 @@ int EntSelEx(const wchar_t* prompt, QaDbObjectId& id, QaGePoint3d& pickPoint) {
           if (auto found = modelSpaceEntity(db, input.handles.front()); !found.isNull()) {
             id = found;
             const auto ext = extentsOf(found);
-            pickPoint = ext ? ext->minPoint() + (ext->maxPoint() - ext->minPoint()) * 0.5 : QaGePoint3d();
+            if (input.picked) pickPoint = input.point;
+            else pickPoint = ext ? ext->minPoint() + (ext->maxPoint() - ext->minPoint()) * 0.5 : QaGePoint3d();
             return RTNORM;
           }
           io.print(L"\n未找到对象 #" + input.handles.front().text() + L"。");

@@ -1,0 +1,69 @@
+// tabulon-studio [DRAWING...] [--script FILE.scr] [--screenshot FILE.png]
+// Opens the drawings, types the script's lines at the command line, and with
+// --screenshot saves a picture of the window after the script and exits.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFile>
+#include <QTimer>
+
+#include <cstdio>
+
+#include "ui/studio/script_file.h"
+#include "ui/studio/studio_window.h"
+#include "ui/ui_strings.h"
+#include "ui/view/drawing_view.h"
+
+int main(int argc, char *argv[]) {
+  QApplication app(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("tabulon-studio"));
+  tabulon::ui::UiStrings strings;
+
+  QCommandLineParser parser;
+  parser.setApplicationDescription(strings.text(9000, L"Tabulon Studio"));
+  parser.addHelpOption();
+  parser.addPositionalArgument(QStringLiteral("drawing"), strings.text(9070, L"要打开的 DXF 图纸"),
+                               QStringLiteral("[DRAWING...]"));
+  QCommandLineOption script(QStringLiteral("script"), strings.text(9071, L"逐行输入到命令行的脚本文件"),
+                            QStringLiteral("FILE.scr"));
+  QCommandLineOption shot(QStringLiteral("screenshot"), strings.text(9072, L"脚本之后保存窗口图片并退出"),
+                          QStringLiteral("FILE.png"));
+  parser.addOption(script);
+  parser.addOption(shot);
+  parser.process(app);
+
+  QStringList lines;
+  if (parser.isSet(script)) {
+    auto read = tabulon::ui::ReadScriptFile(parser.value(script).toStdString());
+    if (!read) {
+      std::fprintf(stderr, "tabulon-studio: %s\n", read.describe().c_str());
+      return 2;
+    }
+    lines = *read;
+  }
+
+  tabulon::ui::StudioWindow window(strings);
+  int status = 0;
+  for (const QString &file : parser.positionalArguments()) {
+    if (auto opened = window.openDrawing(file.toStdString()); !opened) {
+      std::fprintf(stderr, "tabulon-studio: %s\n", opened.describe().c_str());
+      status = 1;
+    }
+  }
+  window.show();
+
+  const QString screenshot = parser.value(shot);
+  auto finish = [&] {
+    if (screenshot.isEmpty()) return;
+    if (auto *view = window.currentView()) view->renderNow();
+    if (!window.grab().save(screenshot, "PNG")) {
+      std::fprintf(stderr, "tabulon-studio: cannot write %s\n", screenshot.toLocal8Bit().constData());
+      status = 1;
+    }
+    QApplication::exit(status);
+  };
+  QObject::connect(&window, &tabulon::ui::StudioWindow::scriptFinished, &window, finish);
+  if (!lines.isEmpty()) window.runScript(lines);
+  else if (!screenshot.isEmpty()) QTimer::singleShot(200, &window, finish);
+  const int code = QApplication::exec();
+  return status != 0 ? status : code;
+}

@@ -1,0 +1,54 @@
+// The in-place editors of the grid control's cells: a line editor for text cells that
+// widens to show what is typed (up to 240 pixels, towards the side with more room),
+// one that takes only digits for numeric cells, a combo box for combo cells (editable
+// but for drop-down lists, its list as wide as the widest option plus "0", at most
+// 200 pixels) and a date-time editor. It also draws the grid lines of the chosen mode.
+// Reports the key that ended an edit to the grid.
+#pragma once
+
+#include <QStyledItemDelegate>
+
+namespace tabulon::ui {
+
+class GridModel;
+
+class GridDelegate : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  explicit GridDelegate(GridModel &model, QObject *parent = nullptr);
+
+  void setGridLines(int mode) { gridLines_ = mode; }
+  int gridLines() const { return gridLines_; }
+  // The key that ended the last edit (Qt::Key_Return, Qt::Key_Tab, Qt::Key_Escape, or 0
+  // for a loss of focus); cleared when an editor opens.
+  int lastEndKey() const { return endKey_; }
+
+  QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+  void setEditorData(QWidget *editor, const QModelIndex &index) const override;
+  void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
+  void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                            const QModelIndex &index) const override;
+  void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+
+ signals:
+  // Ctrl+W or Insert (the word library) and Ctrl+G (pick text from the drawing) in an
+  // open text editor.
+  void wordLibraryRequested();
+  void pickTextRequested();
+
+ protected:
+  bool eventFilter(QObject *editor, QEvent *event) override;
+
+ private:
+  GridModel &model_;
+  int gridLines_ = 3;
+  mutable int endKey_ = 0;
+};
+
+// The width a text editor takes for `text` in a cell `cellWidth` wide: the text with
+// two blanks added, never narrower than the cell nor wider than 240 pixels (unless
+// the cell is), nor wider than `room`.
+int InPlaceEditWidth(int textWidth, int blanksWidth, int cellWidth, int room);
+
+}  // namespace tabulon::ui
