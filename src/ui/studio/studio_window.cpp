@@ -20,8 +20,11 @@
 #include "host/db/qadb_database.h"
 #include "host/ed/qa_message_box.h"
 #include "host/ed/qaed_command_stack.h"
+#include "host/rx/qarx_system_registry.h"
 #include "host/svc/krm_reg_service.h"
+#include "shell/krm_authoring_dialogs.h"
 #include "shell/krm_command_table.h"
+#include "ui/dialogs/studio_authoring_dialogs.h"
 #include "shell/krm_host_session.h"
 #include "ui/studio/command_line.h"
 #include "ui/studio/studio_document.h"
@@ -45,6 +48,7 @@ StudioWindow::StudioWindow(const UiStrings &strings, QWidget *parent) : QMainWin
   line_ = new CommandLine(strings_, this);
   io_ = new StudioUserIO(*line_, strings_, this, this);
   session_ = std::make_unique<KrmHostSession>(*io_);
+  qaServiceDictionary().atPut(KRM_AUTHORING_DIALOGS, std::make_unique<StudioAuthoringDialogs>(this, strings_));
 
   tabs_ = new QTabWidget(this);
   tabs_->setDocumentMode(true);
@@ -89,6 +93,7 @@ StudioWindow::StudioWindow(const UiStrings &strings, QWidget *parent) : QMainWin
 
 StudioWindow::~StudioWindow() {
   io_->answerCancel();
+  qaServiceDictionary().remove(KRM_AUTHORING_DIALOGS);
   // The views go before the documents they show; the session closes the documents.
   tabs_->clear();
   documents_.clear();
