@@ -33,6 +33,8 @@ class KrmLoadCardsModel {
   void Open();
 
   const std::wstring& WantedType() const { return wantedType_; }
+  // The card root the tree is read from.
+  const std::wstring& RootPath() const { return root_path_; }
   bool ListsCards() const { return wantedType_ == L".crd"; }
   std::wstring Caption() const;
 

@@ -1,7 +1,6 @@
 #include "ui/dialogs/card_editor_services.h"
 
-#include <QFileDialog>
-
+#include "authoring/load_cards_model.h"
 #include "card/card_template.h"
 #include "editor/krm_dlg_create_crd.h"
 #include "host/ap/krm_doc_value.h"
@@ -10,6 +9,7 @@
 #include "host/svc/krm_reg_service.h"
 #include "host/svc/utf8.h"
 #include "ui/dialogs/create_card_dialog.h"
+#include "ui/dialogs/load_cards_dialog.h"
 #include "ui/ui_strings.h"
 
 QARX_DEFINE_MEMBERS(tabulon::ui::StudioCardEditor, KrmCardEditor, L"")
@@ -52,10 +52,11 @@ StudioCardCreator::StudioCardCreator(const UiStrings& strings, QWidget* parent, 
 
 bool StudioCardCreator::ChooseCardTemplate(const std::wstring& root, std::wstring& path) {
   if (chooser_) return chooser_(root, path);
-  const QString chosen = QFileDialog::getOpenFileName(parent_, strings_.text(9480, L"选择卡片模板"), toQString(root),
-                                                      strings_.text(9481, L"卡片模板 (*.crd)"));
-  if (chosen.isEmpty()) return false;
-  path = toWString(chosen);
+  KrmLoadCardsModel library(root, L".crd");
+  if (!LoadCardsRunner(parent_, strings_)(library)) return false;
+  // A folder chosen without a template gives a path that does not load: the command
+  // says so.
+  path = root + library.selectedFolder() + library.SelectedFileName();
   return true;
 }
 

@@ -43,7 +43,7 @@ class StudioCardCreator : public KrmCardCreator {
   using TemplateChooser = std::function<bool(const std::wstring& root, std::wstring& path)>;
 
   StudioCardCreator(const UiStrings& strings, QWidget* parent, CardDialogSetup setup = {});
-  // Without one a file dialog in the library lists the card templates.
+  // Without one the library dialog lists the card templates.
   void setTemplateChooser(TemplateChooser chooser) { chooser_ = std::move(chooser); }
 
   bool ChooseCardTemplate(const std::wstring& root, std::wstring& path) override;

@@ -43,7 +43,7 @@ CreateCardDialog::CreateCardDialog(KrmDlgCreateCrd& model, const UiStrings& stri
   build();
   model_.Grid().SetChangeListener([this](const KrmGridChange&) { gridDirty_ = true; });
   model_.OnInitDialog();
-  setWindowTitle(toQString(model_.Title(strings_.wtext(9400, L"卡片编辑"))));
+  setWindowTitle(toQString(model_.Title(strings_.wtext(9400, L"卡片编辑") + L" - ")));
   KrmWindowRect rect;
   if (model_.RestoredWindowRect(rect)) setGeometry(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
   loadGrid();

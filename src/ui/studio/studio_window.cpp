@@ -22,7 +22,9 @@
 #include "host/ed/qaed_command_stack.h"
 #include "host/rx/qarx_system_registry.h"
 #include "host/svc/krm_reg_service.h"
+#include "shell/krm_authoring_dialogs.h"
 #include "shell/krm_command_table.h"
+#include "ui/dialogs/studio_authoring_dialogs.h"
 #include "shell/krm_host_session.h"
 #include "ui/dialogs/card_editor_services.h"
 #include "ui/dialogs/create_card_dialog.h"
@@ -48,6 +50,7 @@ StudioWindow::StudioWindow(const UiStrings &strings, QWidget *parent) : QMainWin
   line_ = new CommandLine(strings_, this);
   io_ = new StudioUserIO(*line_, strings_, this, this);
   session_ = std::make_unique<KrmHostSession>(*io_);
+  qaServiceDictionary().atPut(KRM_AUTHORING_DIALOGS, std::make_unique<StudioAuthoringDialogs>(this, strings_));
   setCardDialogSetup({});
 
   tabs_ = new QTabWidget(this);
@@ -93,6 +96,7 @@ StudioWindow::StudioWindow(const UiStrings &strings, QWidget *parent) : QMainWin
 
 StudioWindow::~StudioWindow() {
   io_->answerCancel();
+  qaServiceDictionary().remove(KRM_AUTHORING_DIALOGS);
   qaServiceDictionary().remove(KRM_CARD_EDITOR);
   qaServiceDictionary().remove(KRM_CARD_CREATOR);
   // The views go before the documents they show; the session closes the documents.

@@ -1,0 +1,133 @@
+#include "ui/dialogs/make_card_dialog.h"
+
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/ui_strings.h"
+
+namespace tabulon::ui {
+
+namespace {
+
+QLabel *fieldLabel(QWidget *parent, const char *name) {
+  auto *label = new QLabel(parent);
+  label->setObjectName(QString::fromLatin1(name));
+  label->setFrameShape(QFrame::StyledPanel);
+  label->setMinimumWidth(200);
+  return label;
+}
+
+}  // namespace
+
+MakeCardDialog::MakeCardDialog(KrmMakeCardModel &model, AuthoringRunners runners, const UiStrings &strings,
+                               QWidget *parent)
+    : CResizeDlg(QStringLiteral("KrmDlgMakeCard"), parent), model_(model), runners_(std::move(runners)) {
+  setObjectName(QStringLiteral("KrmDlgMakeCard"));
+  name_ = new QLineEdit(this);
+  name_->setObjectName(QStringLiteral("name"));
+  showName_ = new QLineEdit(this);
+  showName_->setObjectName(QStringLiteral("showName"));
+  folder_ = new QLabel(this);
+  chooseName_ = new QPushButton(strings.text(9310, L"存入库中..."), this);
+  load_ = new QPushButton(strings.text(9311, L"打开模板..."), this);
+
+  auto *names = new QGridLayout;
+  names->addWidget(new QLabel(strings.text(181, L"卡片名称"), this), 0, 0);
+  names->addWidget(name_, 0, 1);
+  names->addWidget(chooseName_, 0, 2);
+  names->addWidget(new QLabel(strings.text(182, L"显示名称"), this), 1, 0);
+  names->addWidget(showName_, 1, 1);
+  names->addWidget(load_, 1, 2);
+  names->addWidget(new QLabel(strings.text(9314, L"文件夹"), this), 2, 0);
+  names->addWidget(folder_, 2, 1, 1, 2);
+
+  auto *tables = new QGroupBox(strings.text(9330, L"表格模板"), this);
+  auto *tableGrid = new QGridLayout(tables);
+  first_ = fieldLabel(this, "first");
+  next_ = fieldLabel(this, "next");
+  firstButton_ = new QPushButton(strings.text(9331, L"首页..."), this);
+  nextButton_ = new QPushButton(strings.text(9332, L"续页..."), this);
+  compare_ = new QPushButton(strings.text(9333, L"比较"), this);
+  tableGrid->addWidget(firstButton_, 0, 0);
+  tableGrid->addWidget(first_, 0, 1);
+  tableGrid->addWidget(nextButton_, 1, 0);
+  tableGrid->addWidget(next_, 1, 1);
+  tableGrid->addWidget(compare_, 2, 0);
+
+  auto *pages = new QGroupBox(strings.text(133, L"排列"), this);
+  auto *pageGrid = new QGridLayout(pages);
+  summary_ = fieldLabel(this, "summary");
+  summary_->setWordWrap(true);
+  arrange_ = new QPushButton(strings.text(9334, L"排列..."), this);
+  pageGrid->addWidget(arrange_, 0, 0);
+  pageGrid->addWidget(summary_, 0, 1);
+
+  auto *buttons = new QDialogButtonBox(this);
+  ok_ = buttons->addButton(strings.text(9302, L"确定"), QDialogButtonBox::AcceptRole);
+  auto *cancel = buttons->addButton(strings.text(9304, L"取消"), QDialogButtonBox::RejectRole);
+  ok_->setAutoDefault(false);
+
+  auto *layout = new QVBoxLayout(this);
+  layout->addLayout(names);
+  layout->addWidget(tables);
+  layout->addWidget(pages);
+  layout->addWidget(buttons);
+
+  connect(name_, &QLineEdit::textEdited, this, [this](const QString &text) {
+    model_.SetName(toWString(text));
+    refresh();
+  });
+  connect(showName_, &QLineEdit::textEdited, this,
+          [this](const QString &text) { model_.SetShowName(toWString(text)); });
+  connect(chooseName_, &QPushButton::clicked, this, [this] {
+    model_.ChooseCardName(runners_.loadCards);
+    refresh();
+  });
+  connect(load_, &QPushButton::clicked, this, [this] {
+    (void)model_.LoadCard(runners_.loadCards);
+    refresh();
+  });
+  connect(firstButton_, &QPushButton::clicked, this, [this] {
+    model_.ChooseFirst(runners_.loadCards);
+    refresh();
+  });
+  connect(nextButton_, &QPushButton::clicked, this, [this] {
+    model_.ChooseNext(runners_.loadCards);
+    refresh();
+  });
+  connect(compare_, &QPushButton::clicked, this, [this] { (void)model_.CompareFirstNext(); });
+  connect(arrange_, &QPushButton::clicked, this, [this] {
+    model_.EditArrangement(runners_.arrangement);
+    refresh();
+  });
+  connect(ok_, &QPushButton::clicked, this, [this] {
+    if (model_.OnOK().ok()) accept();
+    else refresh();
+  });
+  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+  refresh();
+}
+
+void MakeCardDialog::refresh() {
+  setWindowTitle(toQString(model_.Caption()));
+  if (name_->text() != toQString(model_.Name())) name_->setText(toQString(model_.Name()));
+  if (showName_->text() != toQString(model_.ShowName())) showName_->setText(toQString(model_.ShowName()));
+  name_->setReadOnly(model_.NameLocked());
+  showName_->setReadOnly(model_.NameLocked());
+  chooseName_->setEnabled(!model_.NameLocked());
+  folder_->setText(toQString(model_.Folder()));
+  first_->setText(toQString(model_.FirstDisplay()));
+  next_->setText(toQString(model_.NextDisplay()));
+  firstButton_->setEnabled(!model_.TablesLocked());
+  nextButton_->setEnabled(!model_.TablesLocked());
+  compare_->setEnabled(!model_.FirstTbl().empty() && !model_.NextTbl().empty());
+  arrange_->setEnabled(static_cast<bool>(runners_.arrangement));
+  summary_->setText(toQString(model_.Summary()));
+}
+
+}  // namespace tabulon::ui
