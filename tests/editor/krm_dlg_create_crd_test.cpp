@@ -313,15 +313,23 @@ TEST_F(CardEditor, PageModeIsStoredAtFinishAndViewOptionsAreNot) {
   EXPECT_EQ(second->m_calcOnEdit, 1);
 }
 
-TEST_F(CardEditor, SpreadsheetThatIsNoneShowsTheFormatMessageAndKeepsTheTable) {
+TEST_F(CardEditor, FileThatIsNoTableShowsTheFormatMessageAndKeepsTheTable) {
   auto dialog = Open();
   TypeSteps(*dialog, 2);
   const KrmDataGrid before = MainGrid(*dialog);
   tabulon::test::writeFile(home / "renamed.xlsx", "\"序号\"\t\n");
-  dialog->ImportSheetFile(tabulon::svc::fromPath(home / "renamed.xlsx"));
-  ASSERT_EQ(io.messageBoxes().size(), 1u);
-  EXPECT_EQ(io.messageBoxes()[0], L"文件格式出错！");
-  EXPECT_TRUE(MainGrid(*dialog).SameContent(before));
+  tabulon::test::writeFile(home / "empty.xls", "");
+  tabulon::test::writeFile(home / "noheader.txt", "序号\n1\n");
+  for (const char* name : {"renamed.xlsx", "empty.xls", "noheader.txt", "missing.txt"}) {
+    SCOPED_TRACE(name);
+    const std::wstring path = tabulon::svc::fromPath(home / name);
+    const std::size_t boxes = io.messageBoxes().size();
+    if (std::string(name).ends_with(".txt")) dialog->ImportTextFile(path);
+    else dialog->ImportSheetFile(path);
+    ASSERT_EQ(io.messageBoxes().size(), boxes + 1);
+    EXPECT_EQ(io.messageBoxes().back(), L"文件格式出错！");
+    EXPECT_TRUE(MainGrid(*dialog).SameContent(before));
+  }
 }
 
 TEST_F(CardEditor, SheetExportedFromTheMainTableImportsBack) {
