@@ -7,6 +7,8 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <exception>
+#include <memory>
 
 #include "ui/studio/script_file.h"
 #include "ui/studio/studio_window.h"
@@ -41,7 +43,14 @@ int main(int argc, char *argv[]) {
     lines = *read;
   }
 
-  tabulon::ui::StudioWindow window(strings);
+  std::unique_ptr<tabulon::ui::StudioWindow> made;
+  try {
+    made = std::make_unique<tabulon::ui::StudioWindow>(strings);
+  } catch (const std::exception &e) {
+    std::fprintf(stderr, "tabulon-studio: %s\n", e.what());
+    return 1;
+  }
+  tabulon::ui::StudioWindow &window = *made;
   int status = 0;
   for (const QString &file : parser.positionalArguments()) {
     if (auto opened = window.openDrawing(file.toStdString()); !opened) {

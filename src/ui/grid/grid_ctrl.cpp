@@ -495,6 +495,11 @@ int CGridCtrl::PrintTo(QPagedPaintDevice &device) {
   return pages;
 }
 
+void CGridCtrl::SetStrings(const UiStrings *strings) {
+  strings_ = strings;
+  delegate_->setStrings(strings);
+}
+
 void CGridCtrl::SetFont(const QFont &font) {
   setFont(font);
   horizontalHeader()->setFont(font);
@@ -505,6 +510,7 @@ void CGridCtrl::SetFont(const QFont &font) {
 
 bool CGridCtrl::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) {
   if (!editable_ && trigger != QAbstractItemView::AllEditTriggers) return false;
+  delegate_->setOpenedByKey(trigger == QAbstractItemView::AnyKeyPressed);
   const bool opened = QTableView::edit(index, trigger, event);
   if (opened && index.isValid() && state() == QAbstractItemView::EditingState) {
     editing_ = {model_->gridRow(index), model_->gridColumn(index)};

@@ -171,7 +171,7 @@ class CGridCtrl : public QTableView {
   void SetFont(const QFont &font);
   // Texts of the grid's own windows; null (the default) uses the built-in ones. Must
   // outlive the grid.
-  void SetStrings(const UiStrings *strings) { strings_ = strings; }
+  void SetStrings(const UiStrings *strings);
 
  signals:
   // The end of an edit: GVN_ENDLABELEDIT with the cell, its text, and the key that

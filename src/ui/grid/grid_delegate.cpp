@@ -1,6 +1,9 @@
 #include "ui/grid/grid_delegate.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
+#include <QClipboard>
+#include <QMenu>
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QKeyEvent>
@@ -11,6 +14,7 @@
 #include <algorithm>
 
 #include "ui/grid/grid_model.h"
+#include "ui/ui_strings.h"
 
 namespace tabulon::ui {
 
@@ -64,6 +68,8 @@ QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
   auto *edit = new QLineEdit(parent);
   edit->setFrame(false);
   edit->installEventFilter(const_cast<GridDelegate *>(this));
+  edit->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(edit, &QWidget::customContextMenuRequested, edit, [self = const_cast<GridDelegate *>(this), edit](const QPoint &at) { self->showMenu(edit, at); });
   // Each character typed measures again.
   connect(edit, &QLineEdit::textChanged, edit,
           [this, edit, option, index] { updateEditorGeometry(edit, option, index); });
@@ -117,10 +123,76 @@ void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, 
   painter->restore();
 }
 
+QString GridDelegate::textOf(unsigned id, const wchar_t *literal) const {
+  return strings_ ? strings_->text(id, literal) : toQString(literal);
+}
+
+void GridDelegate::showMenu(QLineEdit *edit, const QPoint &at) {
+  QMenu menu(edit);
+  const bool selection = edit->hasSelectedText();
+  menu.addAction(textOf(9111, L"剪切"), edit, &QLineEdit::cut)->setEnabled(selection);
+  menu.addAction(textOf(9112, L"复制"), edit, &QLineEdit::copy)->setEnabled(selection);
+  menu.addAction(textOf(9113, L"粘贴"), edit, &QLineEdit::paste)->setEnabled(!QApplication::clipboard()->text().isEmpty());
+  menu.addAction(textOf(9114, L"清除"), edit, [edit] { edit->del(); })->setEnabled(selection);
+  menu.addAction(textOf(9115, L"全选"), edit, &QLineEdit::selectAll)->setEnabled(!edit->text().isEmpty());
+  menu.addSeparator();
+  menu.addAction(textOf(9116, L"词库"), this, &GridDelegate::wordLibraryRequested);
+  menu.addAction(textOf(9117, L"拾取文字"), this, &GridDelegate::pickTextRequested);
+  menu.exec(edit->mapToGlobal(at));
+}
+
+bool GridDelegate::leaveCell(QLineEdit *edit, QKeyEvent *key) {
+  const bool ctrl = key->modifiers() & Qt::ControlModifier;
+  if (!ctrl && !openedByKey_) return false;
+  const int pos = edit->cursorPosition();
+  const int length = static_cast<int>(edit->text().size());
+  bool leave = false;
+  switch (key->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+      leave = true;  // one line: the first and the last
+      break;
+    case Qt::Key_Left:
+    case Qt::Key_Home:
+      leave = pos == 0;
+      break;
+    case Qt::Key_Right:
+    case Qt::Key_End:
+      leave = pos == length;
+      break;
+    default:
+      break;
+  }
+  if (!leave) return false;
+  QWidget *view = edit->parentWidget() ? edit->parentWidget()->parentWidget() : nullptr;
+  endKey_ = key->key();
+  emit commitData(edit);
+  emit closeEditor(edit, QAbstractItemDelegate::NoHint);
+  if (view)
+    QCoreApplication::postEvent(view, new QKeyEvent(QEvent::KeyPress, key->key(), key->modifiers() & ~Qt::ControlModifier));
+  return true;
+}
+
 bool GridDelegate::eventFilter(QObject *editor, QEvent *event) {
   if (event->type() == QEvent::KeyPress) {
     auto *key = static_cast<QKeyEvent *>(event);
     const bool ctrl = key->modifiers() & Qt::ControlModifier;
+    if (auto *edit = qobject_cast<QLineEdit *>(editor); edit && leaveCell(edit, key)) return true;
+    // Ctrl with a letter the editor does not keep goes to the window of the grid.
+    if (ctrl && key->key() >= Qt::Key_A && key->key() <= Qt::Key_Z && qobject_cast<QLineEdit *>(editor)) {
+      switch (key->key()) {
+        case Qt::Key_A: case Qt::Key_C: case Qt::Key_V: case Qt::Key_X: case Qt::Key_W: case Qt::Key_G:
+          break;
+        case Qt::Key_E:
+          return true;  // nobody gets it
+        default:
+          if (QWidget *w = static_cast<QWidget *>(editor)->window())
+            QCoreApplication::postEvent(w, new QKeyEvent(QEvent::KeyPress, key->key(), key->modifiers()));
+          return true;
+      }
+    }
     switch (key->key()) {
       case Qt::Key_Return:
       case Qt::Key_Enter:

@@ -3,14 +3,21 @@
 // one that takes only digits for numeric cells, a combo box for combo cells (editable
 // but for drop-down lists, its list as wide as the widest option plus "0", at most
 // 200 pixels) and a date-time editor. It also draws the grid lines of the chosen mode.
-// Reports the key that ended an edit to the grid.
+// Reports the key that ended an edit to the grid. In a text editor arrow keys leave the
+// cell at its edges when Ctrl is held or the editor was opened by a key; other Ctrl
+// combinations go to the window holding the grid, so that its keys work while a cell
+// is edited; the right button offers the clipboard, the word library and picking.
 #pragma once
 
 #include <QStyledItemDelegate>
 
+class QKeyEvent;
+class QLineEdit;
+
 namespace tabulon::ui {
 
 class GridModel;
+class UiStrings;
 
 class GridDelegate : public QStyledItemDelegate {
   Q_OBJECT
@@ -23,6 +30,11 @@ class GridDelegate : public QStyledItemDelegate {
   // The key that ended the last edit (Qt::Key_Return, Qt::Key_Tab, Qt::Key_Escape, or 0
   // for a loss of focus); cleared when an editor opens.
   int lastEndKey() const { return endKey_; }
+  // Whether the next editor opens because a key was typed (arrow keys may then leave
+  // the cell, as they may with Ctrl held).
+  void setOpenedByKey(bool on) { openedByKey_ = on; }
+  // Texts of the editor's menu; null uses the built-in ones. Must outlive the delegate.
+  void setStrings(const UiStrings *strings) { strings_ = strings; }
 
   QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
   void setEditorData(QWidget *editor, const QModelIndex &index) const override;
@@ -41,9 +53,16 @@ class GridDelegate : public QStyledItemDelegate {
   bool eventFilter(QObject *editor, QEvent *event) override;
 
  private:
+  void showMenu(QLineEdit *edit, const QPoint &at);
+  QString textOf(unsigned id, const wchar_t *literal) const;
+  // Ends the edit and moves on when an arrow key leaves the cell; false otherwise.
+  bool leaveCell(QLineEdit *edit, QKeyEvent *key);
+
   GridModel &model_;
   int gridLines_ = 3;
   mutable int endKey_ = 0;
+  bool openedByKey_ = false;
+  const UiStrings *strings_ = nullptr;
 };
 
 // The width a text editor takes for `text` in a cell `cellWidth` wide: the text with

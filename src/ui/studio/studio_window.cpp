@@ -214,7 +214,12 @@ bool StudioWindow::isChanged(QaApDocument *doc) const {
 Result<QaApDocument *> StudioWindow::openDrawing(const std::filesystem::path &path) {
   std::string error;
   QaApDocument *doc = session_->openDrawing(path, &error);
-  if (!doc) return MakeError(error.empty() ? "cannot read the drawing" : error).inFile(path.string());
+  if (!doc) {
+    // The reader names the file itself at the front; the error carries it in its field.
+    const std::string prefix = path.string() + ": ";
+    if (error.rfind(prefix, 0) == 0) error.erase(0, prefix.size());
+    return MakeError(error.empty() ? "cannot read the drawing" : error).inFile(path.string());
+  }
   auto record = std::make_unique<StudioDocument>();
   record->document = doc;
   record->index = IndexDrawing(*doc);

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <limits>
 
-#include <boost/geometry.hpp>
 #include <boost/geometry/geometries/box.hpp>
 #include <boost/geometry/geometries/point.hpp>
 #include <boost/geometry/index/rtree.hpp>

@@ -220,6 +220,20 @@ TEST_F(GridCtrlTest, ClickingAnotherCellEndsTheEditWithOneNotificationForTheCell
   EXPECT_EQ(grid.GetItemText(1, 1), QStringLiteral("1,1!"));
 }
 
+TEST_F(GridCtrlTest, CtrlArrowAtTheEdgeLeavesTheCellAndMovesOn) {
+  QSignalSpy spy(&grid, &CGridCtrl::notify);
+  QLineEdit *editor = openEditor(1, 1);
+  ASSERT_NE(editor, nullptr);
+  QTest::keyClick(editor, Qt::Key_Left, Qt::ControlModifier);  // caret at the end: stays
+  EXPECT_EQ(spy.count(), 0);
+  QTest::keyClick(editor, Qt::Key_Down, Qt::ControlModifier);
+  QApplication::processEvents();
+  ASSERT_EQ(spy.count(), 1);
+  EXPECT_EQ(spy.at(0).at(4).toInt(), int(Qt::Key_Down));
+  EXPECT_EQ(grid.GetFocusCell().row, 2);
+  EXPECT_EQ(grid.GetFocusCell().col, 1);
+}
+
 TEST_F(GridCtrlTest, CheckBoxTogglesOnAClickAndMarksTheCell) {
   grid.SetItemText(2, 2, QStringLiteral("0"));
   grid.SetCellType(2, 2, GridCellClass::Check);

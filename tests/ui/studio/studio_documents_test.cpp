@@ -44,6 +44,11 @@ TEST_F(StudioDocuments, EachDrawingIsADocumentAndTheTabPicksTheCurrentOne) {
   EXPECT_EQ(qaCurDoc(), *a);
   EXPECT_EQ(window.currentDocument(), *a);
   EXPECT_TRUE(window.windowTitle().startsWith(QStringLiteral("a.dxf")));
+  // The last opened comes first among the recent files.
+  const QStringList recent = window.recentFiles();
+  ASSERT_GE(recent.size(), 2);
+  EXPECT_TRUE(recent.at(0).endsWith(QStringLiteral("b.dxf")));
+  EXPECT_TRUE(recent.at(1).endsWith(QStringLiteral("a.dxf")));
 }
 
 // A drawing with one reference to a block whose name carries a prefix.

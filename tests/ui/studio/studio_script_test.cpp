@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <optional>
+
 #include "shell/sample_demo.h"
 #include "support/test_support.h"
 #include "ui/studio/script_file.h"
@@ -44,6 +47,8 @@ Description describe(const std::filesystem::path &file) {
 class StudioScript : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
+    // The demo points the configuration at its own folder; it is put back afterwards.
+    if (const char *home = std::getenv("TABULON_HOME")) savedHome = home;
     folder = new tabulon::test::ScratchDir;
     tabulon::samples::DemoOptions options;
     options.folder = folder->path();
@@ -52,7 +57,10 @@ class StudioScript : public ::testing::Test {
   static void TearDownTestSuite() {
     delete folder;
     folder = nullptr;
+    if (savedHome) setenv("TABULON_HOME", savedHome->c_str(), 1);
+    else unsetenv("TABULON_HOME");
   }
+  static inline std::optional<std::string> savedHome;
   static inline tabulon::test::ScratchDir *folder = nullptr;
   static inline std::filesystem::path demo;
 };
