@@ -1,0 +1,115 @@
+// KrmMakeTbl and KrmMakeCard run whole in the studio: the form drawn in the open
+// drawing is picked from the table dialog, its classes chosen in the chooser, the
+// table taken into a card from the library dialog, and the templates land in the
+// card library.
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "authoring/authoring_test_support.h"
+#include "host/svc/scoped_env.h"
+#include "modal_script.h"
+#include "support/test_support.h"
+#include "ui/dialogs/load_cards_dialog.h"
+#include "ui/dialogs/make_card_dialog.h"
+#include "ui/dialogs/make_table_dialog.h"
+#include "ui/dialogs/sel_sgl_dialog.h"
+#include "ui/studio/studio_user_io.h"
+#include "ui/studio/studio_window.h"
+#include "ui/ui_strings.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using tabulon::test::ModalScript;
+using tabulon::ui::LoadCardsDialog;
+using tabulon::ui::MakeCardDialog;
+using tabulon::ui::MakeTableDialog;
+using tabulon::ui::SelSglDialog;
+
+// Selects exactly the rows of the chooser named in `names` and closes it with OK.
+void ChooseRows(SelSglDialog &dialog, const QStringList &names) {
+  for (int row = 0; row < dialog.classList()->count(); ++row) {
+    auto *item = dialog.classList()->item(row);
+    item->setSelected(names.contains(item->text()));
+  }
+  QTest::mouseClick(dialog.okButton(), Qt::LeftButton);
+}
+
+class StudioAuthoring : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    env.set("TABULON_HOME", home.path().string());
+    tabulon::test::writeFile(home / "tabulon.ini", "[Paths]\nLocale=en\nLibrary=" + lib.path().string() + "\n");
+    QaDbDatabase db;
+    authtest::DrawForm(db);
+    ASSERT_EQ(db.saveAs(home / "form.dxf"), Qa::eOk);
+  }
+  tabulon::test::ScratchDir home;
+  tabulon::test::ScratchDir lib;
+  tabulon::test::ScopedEnv env;
+  tabulon::ui::UiStrings strings{"en"};
+};
+
+TEST_F(StudioAuthoring, TableAndCardTemplatesAreMadeByHand) {
+  tabulon::ui::StudioWindow window(strings);
+  ASSERT_TRUE(window.openDrawing(home / "form.dxf").ok());
+  // The selection in the drawing: everything, then Enter.
+  int requests = 0;
+  QObject::connect(&window.userIO(), &tabulon::ui::StudioUserIO::waitingForInput, &window, [&] {
+    ++requests;
+    QTimer::singleShot(0, &window, [&window] {
+      window.userIO().answerText(QStringLiteral("all"));
+      window.userIO().answerText(QString());
+    });
+  });
+
+  ModalScript script;
+  script.then<MakeTableDialog>([](MakeTableDialog &dialog) {
+    dialog.nameEdit()->clear();
+    QTest::keyClicks(dialog.nameEdit(), QStringLiteral("P1"));
+    QTest::mouseClick(dialog.pickButton(), Qt::LeftButton);
+    QTest::mouseClick(dialog.singleButton(), Qt::LeftButton);
+    QTest::mouseClick(dialog.multiButton(), Qt::LeftButton);
+    QTest::mouseClick(dialog.pageBaseButton(), Qt::LeftButton);
+    QTest::mouseClick(dialog.okButton(), Qt::LeftButton);
+  });
+  script.then<SelSglDialog>([](SelSglDialog &d) { ChooseRows(d, {QStringLiteral("TITLE"), QStringLiteral("PAGE")}); });
+  script.then<SelSglDialog>([](SelSglDialog &d) { ChooseRows(d, {QStringLiteral("ROW")}); });
+  script.then<SelSglDialog>([](SelSglDialog &d) { ChooseRows(d, {QStringLiteral("ROW")}); });
+  EXPECT_EQ(window.runCommandLine(QStringLiteral("KrmMakeTbl")), 1);
+  EXPECT_TRUE(script.done());
+  EXPECT_FALSE(script.failed());
+  EXPECT_EQ(requests, 1);
+  EXPECT_TRUE(fs::exists(lib.path() / "P1.tbl"));
+  EXPECT_TRUE(fs::exists(lib.path() / "P1.dxf"));
+
+  script.then<MakeCardDialog>([](MakeCardDialog &dialog) {
+    dialog.nameEdit()->clear();
+    QTest::keyClicks(dialog.nameEdit(), QStringLiteral("C1"));
+    QTest::mouseClick(dialog.firstButton(), Qt::LeftButton);
+    QTest::mouseClick(dialog.okButton(), Qt::LeftButton);
+  });
+  script.then<LoadCardsDialog>([](LoadCardsDialog &dialog) {
+    const auto rows = dialog.tree()->findItems(QStringLiteral("P1"), Qt::MatchExactly | Qt::MatchRecursive);
+    ASSERT_EQ(rows.size(), 1);
+    dialog.tree()->setCurrentItem(rows.front());
+    QTest::mouseClick(dialog.okButton(), Qt::LeftButton);
+  });
+  EXPECT_EQ(window.runCommandLine(QStringLiteral("KrmMakeCard")), 1);
+  EXPECT_TRUE(script.done());
+  KrmCardAttributes card;
+  ASSERT_EQ(card.InitCard(tabulon::svc::fromPath(lib.path() / "C1")), 1);
+  ASSERT_EQ(card.getTblCount(), 2);
+  EXPECT_EQ(card.getTblFile(0), L"P1");
+  EXPECT_EQ(card.getTblFile(1), L"P1");
+}
+
+}  // namespace
