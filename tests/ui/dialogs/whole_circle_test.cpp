@@ -138,6 +138,14 @@ class WholeCircle : public ::testing::Test {
     ASSERT_TRUE(saved.ok()) << saved.describe();
   }
 
+  static int EntityCount() {
+    QaDbObjectPointer<QaDbBlockTableRecord> space(qaWorkingDatabase()->modelSpaceId(), QaDb::kForRead);
+    QaDbBlockTableRecordIterator it(space.object());
+    int count = 0;
+    for (it.start(); !it.done(); it.step()) ++count;
+    return count;
+  }
+
   std::wstring root() const { return tabulon::svc::fromPath(lib.path()); }
 
   tabulon::ui::CGridCtrl& Grid(CreateCardDialog& d) { return d.grid(); }
@@ -238,7 +246,15 @@ TEST_F(WholeCircle, FormToTablesToCardCreatedEditedAndUpdated) {
     d.button(QStringLiteral("finish"))->click();
   };
   AnswerWith({QStringLiteral("0,0")});
+  const int formOnly = EntityCount();
   ASSERT_EQ(window->runCommandLine(QStringLiteral("KrmCreateCard")), std::optional<int>(1));
+  // The whole command is one step of undo.
+  const int withCard = EntityCount();
+  ASSERT_GT(withCard, formOnly);
+  ASSERT_TRUE(window->undo().ok());
+  EXPECT_EQ(EntityCount(), formOnly);
+  ASSERT_TRUE(window->redo().ok());
+  EXPECT_EQ(EntityCount(), withCard);
   const auto created = work.path() / "created.dxf";
   ASSERT_TRUE(window->saveDrawing(created).ok());
   int errors = -1;
