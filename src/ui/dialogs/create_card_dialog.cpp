@@ -1,5 +1,6 @@
 #include "ui/dialogs/create_card_dialog.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -9,7 +10,11 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "editor/cell_landing.h"
 #include "editor/editor_commands.h"
+#include "host/ap/qaap_doc_manager.h"
+#include "host/db/qadb.h"
+#include "host/db/qadb_open.h"
 #include "editor/krm_dlg_create_crd.h"
 #include "ui/dialogs/row_dialogs.h"
 #include "ui/grid/grid_ctrl.h"
@@ -72,6 +77,20 @@ void CreateCardDialog::build() {
   grid_ = new CGridCtrl(this);
   grid_->SetStrings(&strings_);
   layout->addWidget(grid_, 1);
+  landing_ = new QLabel(this);
+  landing_->setObjectName(QStringLiteral("landing"));
+  layout->addWidget(landing_);
+  // The cell editor's text, as it is typed, tells how it will land in the drawing.
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
+    auto *line = qobject_cast<QLineEdit *>(now);
+    if (line == nullptr || !grid_->viewport()->isAncestorOf(line)) return;
+    const int col = grid_->gridModel().gridColumn(grid_->currentIndex());
+    if (!line->property("tabulonLanding").toBool()) {
+      line->setProperty("tabulonLanding", true);
+      connect(line, &QLineEdit::textChanged, this, [this, col](const QString &text) { showLanding(col, text); });
+    }
+    showLanding(col, line->text());
+  });
 
   auto* rows = new QHBoxLayout;
   rows->addWidget(makeButton("addRow", 9401, L"添加行", &CreateCardDialog::addRow));
@@ -247,7 +266,20 @@ void CreateCardDialog::refresh() {
   button(QStringLiteral("pickCard"))->setVisible(model_.GetEditMode() != 0 && pickCard_ != nullptr);
 }
 
+void CreateCardDialog::showLanding(int col, const QString& text) {
+  const KrmDataGrid& table = model_.Grid().GetGridData();
+  if (col < 1 || col > static_cast<int>(table.cols.size())) return landing_->clear();
+  QaDbObjectId style;
+  if (QaDbDatabase* db = qaDocManager().workingDatabase()) {
+    QaDbObjectPointer<QaDbTextStyleTable> styles(db->textStyleTableId(), QaDb::kForRead);
+    if (styles) style = styles->getAt(L"Standard");
+  }
+  const KrmAttSet& cell = table.cols[static_cast<std::size_t>(col - 1)].att;
+  landing_->setText(toQString(DescribeCellLanding(MeasureCellLanding(cell, toWString(text), style))));
+}
+
 void CreateCardDialog::endEdit(int row, int col, const QString& text, int key) {
+  landing_->clear();
   if (key == Qt::Key_Escape) return;
   model_.Grid().SetItemText(row, col, toWString(text));
   model_.OnGridEndEdit(row, col);

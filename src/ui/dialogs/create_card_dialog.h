@@ -57,6 +57,10 @@ class CreateCardDialog : public CResizeDlg {
   QCheckBox &pageModeBox() { return *pageMode_; }
   QLineEdit &pageBox() { return *pageBox_; }
   QLabel &totalLabel() { return *total_; }
+  // How the text of the cell being edited will land in the drawing ("" when as typed).
+  QLabel &landingLabel() { return *landing_; }
+  // Shows the landing of `text` in grid column `col` of the table shown.
+  void showLanding(int col, const QString &text);
   QPushButton *button(const QString &objectName) const;
 
   // The commands as the buttons and keys run them.
@@ -107,6 +111,7 @@ class CreateCardDialog : public CResizeDlg {
   QCheckBox *pageMode_ = nullptr;
   QLineEdit *pageBox_ = nullptr;
   QLabel *total_ = nullptr;
+  QLabel *landing_ = nullptr;
   QCheckBox *autoUpdate_ = nullptr;
   QCheckBox *placePages_ = nullptr;
   QCheckBox *autoArrange_ = nullptr;

@@ -158,6 +158,26 @@ TEST_F(CardEditorWindow, TypedTextIsCommittedAndReturnOnTheLastRowAddsOne) {
   ExpectGridShown();
 }
 
+TEST_F(CardEditorWindow, TheCellBeingEditedTellsHowManyRowBlocksItsTextWillTake) {
+  window->show();
+  window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  tabulon::ui::CGridCtrl& grid = window->grid();
+  const QModelIndex index = grid.gridModel().indexOf(1, 3);  // 内容, a wrapping cell 60 wide
+  grid.setCurrentIndex(index);
+  grid.edit(index);
+  auto* line = qobject_cast<QLineEdit*>(grid.indexWidget(index));
+  ASSERT_NE(line, nullptr);
+  line->setFocus();
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(window->landingLabel().text().isEmpty());
+  line->setText(QString(60, QChar(0x8F66)));  // sixty times 车
+  EXPECT_TRUE(window->landingLabel().text().contains(QStringLiteral("行"))) << window->landingLabel().text().toStdString();
+  QTest::keyClick(line, Qt::Key_Tab);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(window->landingLabel().text().isEmpty());
+}
+
 TEST_F(CardEditorWindow, RowsAddedPastThePageAreCountedAndPageModeTurnsPages) {
   for (int i = 0; i < 6; ++i) Click("addRow");
   EXPECT_EQ(MainRows(), 7);
