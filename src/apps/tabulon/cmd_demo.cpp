@@ -13,7 +13,7 @@
 #include "host/db/qadb_database.h"
 #include "host/svc/utf8.h"
 #include "picture_output.h"
-#include "shell/sample_demo.h"
+#include "samples/sample_demo.h"
 
 namespace tabulon::cli {
 namespace {

@@ -1,4 +1,4 @@
-#include "shell/sample_demo.h"
+#include "samples/sample_demo.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -19,10 +19,10 @@
 #include "host/svc/utf8.h"
 #include "shell/bom_card_export.h"
 #include "shell/krm_host_session.h"
-#include "shell/sample_assembly.h"
-#include "shell/sample_cards.h"
-#include "shell/sample_form.h"
-#include "shell/sample_library.h"
+#include "samples/sample_assembly.h"
+#include "samples/sample_cards.h"
+#include "samples/sample_form.h"
+#include "samples/sample_library.h"
 
 namespace tabulon::samples {
 
