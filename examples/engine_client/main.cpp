@@ -1,14 +1,17 @@
 // engine_client LIBRARY CARD OUT.dxf [ROWS...]: creates one card of the library in a new
 // drawing, one row per ROWS argument (the text of the column "工序"), and saves it.
-// Shows the smallest use of KrmCardEngine from another program.
+// Shows the smallest use of KrmCardEngine from another program: inside a host session,
+// so that texts are measured as the other programs measure them.
 #include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "drawing/card_engine.h"
+#include "host/ap/qa_host_session.h"
 #include "host/ap/qaap_doc_manager.h"
 #include "host/db/qadb_database.h"
+#include "host/ed/qaed_scripted_io.h"
 #include "host/svc/utf8.h"
 
 int main(int argc, char** argv) {
@@ -16,6 +19,8 @@ int main(int argc, char** argv) {
     std::cerr << "usage: engine_client LIBRARY CARD OUT.dxf [ROWS...]\n";
     return 2;
   }
+  QaEdScriptedIO io;
+  QaHostSession session(io);
   qaDocManager().addDocument(std::make_unique<QaDbDatabase>(), argv[3]);
 
   KrmTableRows rows;
@@ -31,7 +36,11 @@ int main(int argc, char** argv) {
       return 1;
     }
     engine.GetAllEnt(entities);
-  }  // the batch numbers are written here
+    if (const tabulon::Status finished = engine.Finish(); !finished.ok()) {
+      std::cerr << finished.describe() << "\n";
+      return 1;
+    }
+  }
 
   std::string error;
   if (qaWorkingDatabase()->saveAs(argv[3], QaDb::kDwgCurrent, &error) != Qa::eOk) {
@@ -39,6 +48,5 @@ int main(int argc, char** argv) {
     return 1;
   }
   std::cout << "entities " << entities.size() << "\n";
-  qaDocManager().closeAll();
   return entities.empty() ? 1 : 0;
 }
