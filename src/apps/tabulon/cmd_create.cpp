@@ -237,7 +237,6 @@ void RunCreate(const CreateArgs& given) {
     engine.SetPageStart_B(args.batchStart);
     engine.SetPageStep(args.pageStep);
     if (!args.at.empty()) engine.SetInsert({args.at[0], args.at[1], args.at.size() > 2 ? args.at[2] : 0.0});
-    std::size_t drawn = 0;
     for (std::size_t j = 0; j < jobs.size(); ++j) {
       if (progress) std::cerr << "\rcard " << j + 1 << "/" << jobs.size() << ": " << jobs[j].name << std::flush;
       const auto [folder, file] = LocateCard(jobs[j].name, library);
