@@ -24,7 +24,6 @@ namespace {
 constexpr unsigned kLoadCardErrorId = 901;
 constexpr unsigned kBatchPagesMissingId = 902;
 constexpr unsigned kNoContentId = 904;
-constexpr unsigned kNoCardId = 905;
 constexpr unsigned kNothingDrawnId = 906;
 
 // The text of a column for one row: the in-name entry when it is not empty, else the
@@ -169,14 +168,10 @@ int KrmCardEngine::Play(tabulon::Status* why) {
   if (name.size() < 4 || name.compare(name.size() - 4, 4, L".crd") != 0) name += L".crd";
 
   KrmCardTemplate cardTemplate;
-  if (cardTemplate.LoadTemplate(path + name) != 1) {
+  if (const tabulon::Status loaded = cardTemplate.Load(path + name); !loaded.ok()) {
     const std::wstring format = KrmLoadString(kLoadCardErrorId, L"\nLoad card error ! please check card Ppath=%s,card name=%s");
     qautPrintf(format.c_str(), path.c_str(), name.c_str());
-    if (why) {
-      const std::wstring reason = cardTemplate.LoadProblems().empty() ? KrmLoadString(kNoCardId, L"无法读取卡片")
-                                                                      : cardTemplate.LoadProblems();
-      *why = tabulon::MakeError(tabulon::svc::toUtf8(reason)).inFile(tabulon::svc::toUtf8(path + name));
-    }
+    if (why) *why = loaded;
     return 0;
   }
 

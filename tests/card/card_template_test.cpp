@@ -99,3 +99,19 @@ TEST(KrmCardTemplate, ACardThatDoesNotReadFailsAndResetsTheOptions) {
   EXPECT_EQ(t.GetPageNumberBindings(bindings), 0);
   EXPECT_EQ(t.GetAutoNumColumn(L"ROW"), -1);
 }
+
+TEST(KrmCardTemplate, LoadNamesTheCardFileAndWhatIsWrongWithIt) {
+  ScratchDir dir;
+  KrmCardTemplate t;
+  const tabulon::Status missing = t.Load(Wide(dir / "none.crd"));
+  ASSERT_FALSE(missing.ok());
+  EXPECT_EQ(missing.error().file, (dir / "none.crd").string());
+  EXPECT_EQ(missing.error().message.find((dir / "none.crd").string()), std::string::npos) << missing.describe();
+  EXPECT_NE(missing.error().message.find("cannot open"), std::string::npos) << missing.describe();
+
+  tabulon::test::writeFile(dir / "broken.crd", "{\"format\": \"something else\"}");
+  const tabulon::Status broken = t.Load(Wide(dir / "broken.crd"));
+  ASSERT_FALSE(broken.ok());
+  EXPECT_EQ(broken.error().file, (dir / "broken.crd").string());
+  EXPECT_NE(broken.error().message.find("format"), std::string::npos) << broken.describe();
+}
