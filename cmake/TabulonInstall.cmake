@@ -34,7 +34,7 @@ set(TABULON_PUBLIC_HEADERS
     host/gi/qagi_text_measure_hook.h
     host/ed/qaed_input.h host/ed/qaed_scripted_io.h host/ed/qaed_user_io.h
     host/ap/qa_host_session.h host/ap/qaap_doc_manager.h host/ap/qaap_document.h
-    host/svc/result.h host/svc/utf8.h
+    host/svc/krm_card_root.h host/svc/result.h host/svc/utf8.h
     card/table_rows.h card/table_rows_file.h
     drawing/card_engine.h
     shell/krm_host_session.h

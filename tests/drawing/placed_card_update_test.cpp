@@ -6,6 +6,7 @@
 
 #include "drawing/extents_util.h"
 #include "host/db/qadb_group.h"
+#include "host/ed/qaed_scripted_io.h"
 #include "host/ed/qaed_selection.h"
 #include "placed_card_fixture.h"
 
@@ -161,6 +162,34 @@ TEST_F(PlacedCardUpdate, AChangeOfPageStepRewritesEveryPageRecordAndNumber) {
     EXPECT_EQ(tag.pageStartCur, 10);
     EXPECT_EQ(tag.entityIndex, static_cast<int>(p));
   }
+}
+
+TEST_F(PlacedCardUpdate, ArrangingAgainTakesTheFirstPageAsModuleAndACancelLeavesTheRestInPlace) {
+  shape.dir.SetFstT(0);  // pages run up in one column
+  cardPath = gentest::WriteSampleLibrary(lib.path(), shape);
+  const std::wstring code = Place(Steps(13));
+  {
+    QaEdScriptedIO io({L"1000,0"});
+    QaEdUserIOScope scope(io);
+    KrmOpenedCard opened = Open(code);
+    opened.cardTemplate->SetArrangeOptions(1, 1);
+    ASSERT_EQ(MovePlacedCard(*opened.cardTemplate, opened.card), 1);
+  }
+  KrmPlacedCard card = ReadBack(code);
+  ASSERT_EQ(card.pages.size(), 2u);
+  EXPECT_EQ(LowerLeftOf(card.pages[0].allIds), QaGePoint3d(1000, 0, 0));
+  // The continuation (94 high) is taller than the first page (70): the first page sets the
+  // module, with the gap of 10 above it.
+  EXPECT_EQ(LowerLeftOf(card.pages[1].allIds), QaGePoint3d(1000, 80, 0));
+
+  QaEdScriptedIO io({L"0,2000", L"cancel"});
+  QaEdUserIOScope scope(io);
+  KrmOpenedCard opened = Open(code);
+  opened.cardTemplate->SetArrangeOptions(1, 0);
+  EXPECT_EQ(MovePlacedCard(*opened.cardTemplate, opened.card), 0);
+  card = ReadBack(code);
+  EXPECT_EQ(LowerLeftOf(card.pages[0].allIds), QaGePoint3d(0, 2000, 0));
+  EXPECT_EQ(LowerLeftOf(card.pages[1].allIds), QaGePoint3d(1000, 80, 0));
 }
 
 TEST_F(PlacedCardUpdate, TheSameDataModifiesNothingInALoadedDrawing) {
