@@ -13,6 +13,24 @@ function(run_step what)
 endfunction()
 
 run_step("install" ${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${work}/prefix")
+# Every installed header finds what it includes among the installed headers.
+set(include_dir "${work}/prefix/include/tabulon")
+file(GLOB_RECURSE installed RELATIVE "${include_dir}" "${include_dir}/*.h")
+set(missing "")
+foreach(header ${installed})
+  file(STRINGS "${include_dir}/${header}" includes REGEX "^[ \t]*#[ \t]*include[ \t]+\"")
+  foreach(line ${includes})
+    string(REGEX REPLACE "^[ \t]*#[ \t]*include[ \t]+\"([^\"]+)\".*$" "\\1" included "${line}")
+    if(NOT EXISTS "${include_dir}/${included}")
+      string(APPEND missing "\n  ${header} includes ${included}")
+    endif()
+  endforeach()
+endforeach()
+if(missing)
+  message(FATAL_ERROR "installed headers include headers that are not installed (add them to "
+                      "TABULON_PUBLIC_HEADERS in cmake/TabulonInstall.cmake):${missing}")
+endif()
+
 run_step("configure" ${CMAKE_COMMAND} -S "${SOURCE_DIR}/examples/engine_client" -B "${work}/build" -G Ninja
          -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_PREFIX_PATH=${work}/prefix")
 run_step("build" ${CMAKE_COMMAND} --build "${work}/build")

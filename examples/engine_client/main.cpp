@@ -1,7 +1,8 @@
 // engine_client LIBRARY CARD OUT.dxf [ROWS...]: creates one card of the library in a new
 // drawing, one row per ROWS argument (the text of the column "工序"), then lists the
 // cards of the drawing and changes the first row's "工序" cell, and saves the drawing.
-// Shows the smallest use of KrmCardEngine and OstrelmTabulon from another program.
+// Shows the smallest use of KrmCardEngine and OstrelmTabulon from another program,
+// inside a host session so that texts are measured as the other programs measure them.
 #include <iostream>
 #include <memory>
 #include <string>
@@ -9,8 +10,10 @@
 
 #include "drawing/card_engine.h"
 #include "drawing/ostrelm_tabulon.h"
+#include "host/ap/qa_host_session.h"
 #include "host/ap/qaap_doc_manager.h"
 #include "host/db/qadb_database.h"
+#include "host/ed/qaed_scripted_io.h"
 #include "host/svc/krm_card_root.h"
 #include "host/svc/utf8.h"
 
@@ -30,6 +33,8 @@ int main(int argc, char** argv) {
     std::cerr << "usage: engine_client LIBRARY CARD OUT.dxf [ROWS...]\n";
     return 2;
   }
+  QaEdScriptedIO io;
+  QaHostSession session(io);
   qaDocManager().addDocument(std::make_unique<QaDbDatabase>(), argv[3]);
 
   KrmTableRows rows;
@@ -45,7 +50,11 @@ int main(int argc, char** argv) {
       return 1;
     }
     engine.GetAllEnt(entities);
-  }  // the batch numbers are written here
+    if (const tabulon::Status finished = engine.Finish(); !finished.ok()) {
+      std::cerr << finished.describe() << "\n";
+      return 1;
+    }
+  }
 
   // The cards of the drawing, found through the library they came from.
   KrmSetCardRoot(tabulon::svc::fromUtf8(argv[1]));
@@ -75,6 +84,5 @@ int main(int argc, char** argv) {
     return 1;
   }
   std::cout << "entities " << entities.size() << "\n";
-  qaDocManager().closeAll();
   return entities.empty() ? 1 : 0;
 }

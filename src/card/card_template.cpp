@@ -1,5 +1,8 @@
 #include "card/card_template.h"
 
+#include "card/file_utils.h"
+#include "card/utf8_text.h"
+
 bool BlockNamesMatch(const std::wstring& a, const std::wstring& b) {
   if (a.size() == b.size()) return a == b;
   const std::wstring& s = a.size() < b.size() ? a : b;
@@ -19,10 +22,22 @@ void KrmCardTemplate::Clear() {
   loadProblems_.clear();
 }
 
-int KrmCardTemplate::LoadTemplate(const std::wstring& path) {
+int KrmCardTemplate::LoadTemplate(const std::wstring& path) { return Load(path).ok() ? 1 : 0; }
+
+tabulon::Status KrmCardTemplate::Load(const std::wstring& path) {
   Clear();
   path_ = path;
-  if (!card_.InitCard(path_, loadProblems_)) return 0;
+  if (!card_.InitCard(path_, loadProblems_)) {
+    // The reason names the file; the error carries it apart from what is wrong.
+    const std::wstring file = KrmWithExtension(path_, kKrmCardExtension);
+    std::wstring message = loadProblems_;
+    if (message.starts_with(file + L": ")) {
+      message.erase(0, file.size() + 2);
+    } else if (const std::size_t at = message.find(L" " + file + L":"); at != std::wstring::npos) {
+      message.erase(at, file.size() + 1);
+    }
+    return tabulon::MakeError(KrmToUtf8(message)).inFile(KrmToUtf8(file));
+  }
   const std::wstring folder = GetFolder();
   for (int i = 0; i < card_.getTblCount(); ++i) {
     const std::wstring& name = card_.getTblFile(i);
@@ -35,7 +50,7 @@ int KrmCardTemplate::LoadTemplate(const std::wstring& path) {
     tables_[name] = std::move(table);
   }
   card_.getCardDir(dir_);
-  return 1;
+  return tabulon::Status::Ok();
 }
 
 std::wstring KrmCardTemplate::GetFolder() const {

@@ -14,6 +14,7 @@
 #include "card/card_dir.h"
 #include "card/table_attributes.h"
 #include "host/ge/qage_point3d.h"
+#include "host/svc/result.h"
 
 // Whether two block names name the same template block: equal names of equal
 // length (case-sensitive), or the shorter is the prefix of the longer followed
@@ -30,6 +31,10 @@ class KrmCardTemplate {
   // A table that fails to load is kept as an empty table. Returns 1, or 0 when
   // the card file cannot be read (the template is then reset, with `path` set).
   int LoadTemplate(const std::wstring& path);
+  // The same, saying why a card file cannot be read: the error names the card file and
+  // what is wrong with it (the field, for a file that reads but does not parse). Tables
+  // that fail to load do not fail the card; LoadProblems lists them.
+  tabulon::Status Load(const std::wstring& path);
   // The reason of the last failure of LoadTemplate (file and field), or the
   // reasons of the tables that failed to load; empty after a clean load.
   const std::wstring& LoadProblems() const { return loadProblems_; }

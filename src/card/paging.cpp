@@ -1,51 +1,13 @@
 #include "card/paging.h"
 
 #include <algorithm>
-#include <cmath>
 #include <stdexcept>
 #include <vector>
 
 #include "card/card_data.h"
+#include "card/fitting_prefix.h"
 #include "card/utf8_text.h"
 #include "host/gi/qagi_text_style.h"
-
-namespace {
-
-// Widths closer than this count as equal: the character between them has no
-// width.
-constexpr double kNoWidth = 1e-6;
-
-// Control codes of CAD text ("%%nnn") span at most five stored characters, so
-// the prefix widths of a text cut after `m` characters equal those of the whole
-// text up to index m - kCodeSpan + 1.
-constexpr size_t kCodeSpan = 5;
-
-// The first index j of the prefix widths of `rest` (= text from `start`) whose
-// width exceeds `width`, or npos when the whole rest fits. Measures only a
-// window of the rest, growing it until the answer is certain; `window` carries
-// a good first size from one call to the next. `widths` receives the prefix
-// widths of the window, valid at least up to the returned index.
-size_t FirstOverflow(const std::wstring& text, size_t start, double width, const QaGiTextStyle& measurer,
-                     size_t& window, std::vector<double>& widths) {
-  const size_t restLength = text.size() - start;
-  for (size_t m = std::max<size_t>(window, 2 * kCodeSpan);; m *= 2) {
-    const size_t taken = std::min(m, restLength);
-    widths = measurer.prefixWidths(text.substr(start, taken));
-    const bool whole = taken == restLength;
-    const size_t trusted = whole ? taken : taken + 1 - kCodeSpan;
-    // Prefix widths never fall (no character has a negative advance), so the
-    // first width past the limit is found by bisection.
-    const auto end = widths.begin() + static_cast<std::ptrdiff_t>(trusted) + 1;
-    const auto over = std::upper_bound(widths.begin(), end, width);
-    if (over != end) {
-      window = 2 * static_cast<size_t>(over - widths.begin()) + 2 * kCodeSpan;
-      return static_cast<size_t>(over - widths.begin());
-    }
-    if (whole) return std::wstring::npos;
-  }
-}
-
-}  // namespace
 
 int PageCount(int rows, int first, int next) {
   if (rows <= first) return 1;
@@ -62,16 +24,11 @@ int WrappedLineCount(const std::wstring& text, double width, const QaGiTextStyle
   const int length = static_cast<int>(text.size());
   int need = 1;
   size_t start = 0;
-  size_t window = 0;
-  std::vector<double> widths;
+  KrmFittingPrefix fitting(measurer, width);
   for (;;) {
-    const size_t over = FirstOverflow(text, start, width, measurer, window, widths);
-    if (over == std::wstring::npos) break;  // the rest fits
-    if (over == 0) break;                   // not even an empty prefix fits
-    // The longest prefix that fits has over - 1 characters; it is never the
-    // whole rest, since the rest does not fit.
-    size_t cut = over - 1;
-    if (cut > 0 && std::fabs(widths[cut - 1] - widths[cut]) < kNoWidth) cut -= 1;
+    const size_t cut = fitting.Cut(text, start);
+    if (cut == KrmFittingPrefix::kNothingFits) break;
+    if (start + cut == text.size()) break;  // the rest fits
     start += cut;
     ++need;
     if (need >= length) break;

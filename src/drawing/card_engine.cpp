@@ -16,8 +16,15 @@
 #include "host/db/qadb_block_reference.h"
 #include "host/db/qadb_open.h"
 #include "host/ed/qaut_printf.h"
+#include "host/rx/qa_lang_resource.h"
+#include "host/svc/utf8.h"
 
 namespace {
+
+constexpr unsigned kLoadCardErrorId = 901;
+constexpr unsigned kBatchPagesMissingId = 902;
+constexpr unsigned kNoContentId = 904;
+constexpr unsigned kNothingDrawnId = 906;
 
 // The text of a column for one row: the in-name entry when it is not empty, else the
 // show-name entry, else "".
@@ -60,9 +67,16 @@ void AppendNamesUpTo(std::vector<std::wstring>& names, std::size_t count, const 
 
 }  // namespace
 
-KrmCardEngine::~KrmCardEngine() {
-  WriteBatchNumbers();
+KrmCardEngine::~KrmCardEngine() { (void)Finish(); }
+
+tabulon::Status KrmCardEngine::Finish() {
+  const std::size_t pages = batchCurIds_.size();
+  const int missed = WriteBatchNumbers();
   Reset();
+  if (missed == 0) return tabulon::Status::Ok();
+  const std::wstring format = KrmLoadString(kBatchPagesMissingId, L"批页码未写入 %d 页（共 %d 页）：页面已不在图纸中");
+  return tabulon::MakeError(tabulon::svc::toUtf8(qaFormat(format.c_str(), missed, static_cast<int>(pages))))
+      .inField("batch page number");
 }
 
 int KrmCardEngine::Reset() {
@@ -132,16 +146,32 @@ int KrmCardEngine::GetAllEnt(std::vector<QaDbObjectId>& out) const {
   return 1;
 }
 
-int KrmCardEngine::PlayCreate() {
-  if (tableContents_.empty()) return 0;
+int KrmCardEngine::PlayCreate() { return Play(nullptr); }
+
+tabulon::Status KrmCardEngine::Create() {
+  tabulon::Status why;
+  Play(&why);
+  return why;
+}
+
+int KrmCardEngine::Play(tabulon::Status* why) {
+  if (tableContents_.empty()) {
+    if (why) {
+      *why = tabulon::MakeError(tabulon::svc::toUtf8(KrmLoadString(kNoContentId, L"没有表格内容")))
+                 .inField("table content");
+    }
+    return 0;
+  }
   std::wstring path = cardPath_;
   if (path.empty() || (path.back() != L'/' && path.back() != L'\\')) path += L'/';
   std::wstring name = cardName_;
   if (name.size() < 4 || name.compare(name.size() - 4, 4, L".crd") != 0) name += L".crd";
 
   KrmCardTemplate cardTemplate;
-  if (cardTemplate.LoadTemplate(path + name) != 1) {
-    qautPrintf(L"\nLoad card error ! please check card Ppath=%s,card name=%s", path.c_str(), name.c_str());
+  if (const tabulon::Status loaded = cardTemplate.Load(path + name); !loaded.ok()) {
+    const std::wstring format = KrmLoadString(kLoadCardErrorId, L"\nLoad card error ! please check card Ppath=%s,card name=%s");
+    qautPrintf(format.c_str(), path.c_str(), name.c_str());
+    if (why) *why = loaded;
     return 0;
   }
 
@@ -166,7 +196,14 @@ int KrmCardEngine::PlayCreate() {
   data.FillPageNumbers(1, pages);
 
   cardTemplate.SetInsertPoint(first);
-  CreateCardPages(cardTemplate, data, lastCardEntities_);
+  const std::size_t before = lastCardEntities_.size();
+  if (CreateCardPages(cardTemplate, data, lastCardEntities_) != 1 || lastCardEntities_.size() == before) {
+    if (why) {
+      const std::wstring message =
+          KrmLoadString(kNothingDrawnId, L"卡片未生成：模板不是两个表格、首页表格的图纸缺失或为空，或页面插入点被取消");
+      *why = tabulon::MakeError(tabulon::svc::toUtf8(message)).inFile(tabulon::svc::toUtf8(path + name));
+    }
+  }
   allEntities_.insert(allEntities_.end(), lastCardEntities_.begin(), lastCardEntities_.end());
 
   data.GetBatchCurIds(batchCurIds_);
@@ -179,11 +216,15 @@ int KrmCardEngine::PlayCreate() {
   return 1;
 }
 
-void KrmCardEngine::WriteBatchNumbers() {
+int KrmCardEngine::WriteBatchNumbers() {
   int n = pageStartB_;
+  int missed = 0;
   bool moved = false;
   for (std::size_t k = 0; k < batchCurIds_.size() && k < batchCurNames_.size(); ++k) {
-    if (!WriteNumber(batchCurIds_[k], batchCurNames_[k], std::to_wstring(n))) continue;
+    if (!WriteNumber(batchCurIds_[k], batchCurNames_[k], std::to_wstring(n))) {
+      ++missed;
+      continue;
+    }
     n += pageStep_;
     moved = true;
   }
@@ -191,4 +232,5 @@ void KrmCardEngine::WriteBatchNumbers() {
   for (std::size_t k = 0; k < batchSumIds_.size() && k < batchSumNames_.size(); ++k) {
     WriteNumber(batchSumIds_[k], batchSumNames_[k], std::to_wstring(last));
   }
+  return missed;
 }

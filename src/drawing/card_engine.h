@@ -1,7 +1,7 @@
 // KrmCardEngine creates cards in the current drawing without a dialog, for other
 // programs and plug-ins. One engine object makes a batch: its cards stand one beside
-// the other and share one continuous batch page numbering, written into the drawing
-// when the object is destroyed. The engine owns copies of the row data it is given;
+// the other and share one continuous batch page numbering, written into the drawing by
+// Finish, or when the object is destroyed unfinished. The engine owns copies of the row data it is given;
 // the drawing owns the entities it makes.
 #pragma once
 
@@ -12,12 +12,12 @@
 #include "card/table_rows.h"
 #include "host/db/qadb_object_id.h"
 #include "host/ge/qage_point3d.h"
-
+#include "host/svc/result.h"
 
 class KrmCardEngine {
  public:
   KrmCardEngine() = default;
-  // Writes the batch numbers of every card made, then resets.
+  // Finishes the batch when Finish was not called; a failure then goes unreported.
   ~KrmCardEngine();
   KrmCardEngine(const KrmCardEngine&) = delete;
   KrmCardEngine& operator=(const KrmCardEngine&) = delete;
@@ -42,9 +42,19 @@ class KrmCardEngine {
   // Creates the card. Returns 1, or 0 when there is no table content or the card
   // template cannot be loaded (a message names path and card).
   int PlayCreate();
+  // The same, saying what failed: no table content, a card template that does not
+  // load (the card file and the reason), or a card that drew nothing (its first table's
+  // drawing missing or empty, a page point cancelled). Messages go to the command line
+  // as with PlayCreate.
+  tabulon::Status Create();
   // Replaces `out` with the ids of everything the object drew (earlier cards repeat
   // once per later card).
   int GetAllEnt(std::vector<QaDbObjectId>& out) const;
+  // Ends the batch: writes the batch page number and count into every page of every
+  // card made, then resets, so the object may start another batch. Pages whose
+  // reference no longer opens (erased since) are skipped and counted no further; the
+  // failure names how many of them there are, the others are numbered all the same.
+  tabulon::Status Finish();
 
   // Read access for callers and tests.
   const std::wstring& CardPath() const { return cardPath_; }
@@ -53,7 +63,10 @@ class KrmCardEngine {
   const std::vector<QaDbObjectId>& BatchSumIds() const { return batchSumIds_; }
 
  private:
-  void WriteBatchNumbers();
+  // PlayCreate, with the reason of a failure in `why` when given.
+  int Play(tabulon::Status* why);
+  // Pages whose number could not be written.
+  int WriteBatchNumbers();
 
   std::wstring cardPath_;
   std::wstring cardName_;

@@ -20,8 +20,11 @@
 #include "host/db/qadb_entity.h"
 #include "host/db/qadb_open.h"
 #include "host/ed/qaut_printf.h"
+#include "host/rx/qa_lang_resource.h"
 
 namespace {
+
+constexpr unsigned kNoSideDrawingId = 903;
 
 // The side drawing of table `index` of the card: beside the card file, named after the
 // table file.
@@ -88,7 +91,7 @@ int CreateCardPages(KrmCardTemplate& t, KrmCardData& d, std::vector<QaDbObjectId
   const QaGePoint3d p0 = NextPagePoint(placer);
   KrmEntityList first = ReadSideDrawing(TableDrawingPath(t, 0), p0, placer.scale, pool);
   if (first.empty()) {
-    qautPrint(L"\n获取图纸信息失败");
+    qautPrint(KrmLoadString(kNoSideDrawingId, L"\n获取图纸信息失败"));
     return 0;
   }
 

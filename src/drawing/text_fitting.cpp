@@ -1,8 +1,8 @@
 #include "drawing/text_fitting.h"
 
 #include <string>
-#include <vector>
 
+#include "card/fitting_prefix.h"
 #include "host/db/qadb_attribute.h"
 #include "host/db/qadb_open.h"
 #include "host/db/qadb_text_style_table.h"
@@ -109,32 +109,18 @@ int FitCellText(QaDbAttribute& att, KrmAttSet& cell) {
     return 1;
   }
 
-  // Measured with the attribute's own width factor, as it now stands.
-  const std::vector<double> prefix = measurerFor(att, att.widthFactor()).prefixWidths(s);
-  if (w >= prefix[s.size()]) {
+  // Measured with the attribute's own width factor, as it now stands; cut where paging
+  // cuts when it counts the lines.
+  const std::size_t n = FittingPrefixLength(s, w, measurerFor(att, att.widthFactor()));
+  if (n == s.size()) {
     cell.SetContent(L"");
     return 1;
   }
-  // The longest prefix that fits; a text exactly as wide as the cell stays whole.
-  std::size_t n = s.size();
-  bool found = false;
-  while (n > 0) {
-    --n;
-    if (w >= prefix[n]) {
-      found = true;
-      break;
-    }
-  }
-  if (!found) return 1;  // not even nothing fits (a negative width): leave it too wide
+  if (n == KrmFittingPrefix::kNothingFits) return 1;  // a negative width: leave it too wide
 
   // Cut from the attribute's own text, which the caller set from the cell's content.
-  std::wstring left = s.substr(0, n);
-  std::wstring rest = s.substr(n);
-  // A last character of no width (a line break) goes on with the rest.
-  if (n > 0 && prefix[n] - prefix[n - 1] < 1e-6 && prefix[n - 1] - prefix[n] < 1e-6) {
-    left = s.substr(0, n - 1);
-    rest = s.substr(n - 1);
-  }
+  const std::wstring left = s.substr(0, n);
+  const std::wstring rest = s.substr(n);
   att.setTextString(left);
   cell.SetContent(rest);
   return 0;

@@ -3,27 +3,23 @@
 #include "host/ap/qaap_doc_manager.h"
 #include "host/ed/qaed_command_stack.h"
 #include "host/rx/qarx_dynamic_linker.h"
-#include "host/svc/krm_base_services.h"
 #include "shell/krm_tabulon_app.h"
 
 #include <stdexcept>
 
-KrmHostSession::KrmHostSession(QaEdUserIO& io) : io_(io) {
-  KrmRegisterBaseServices();
-  if (!qarxDynamicLinker().loadModule(KrmTabulonModule())) {
-    KrmUnregisterBaseServices();
+KrmHostSession::KrmHostSession(QaEdUserIO& io) : host_(io) {
+  if (!qarxDynamicLinker().loadModule(KrmTabulonModule()))
     throw std::runtime_error("the KrmTabulon plug-in cannot be loaded: it is loaded already");
-  }
 }
 
 KrmHostSession::~KrmHostSession() {
+  // The host session then closes the drawings and takes the services out, as the host
+  // does when it stops.
   qarxDynamicLinker().unloadModule(kKrmTabulonModuleName, true);
-  qaDocManager().closeAll();
-  KrmUnregisterBaseServices();
 }
 
 QaApDocument* KrmHostSession::openDrawing(const std::filesystem::path& path, std::string* error) {
-  return qaDocManager().openDocument(path, error);
+  return host_.openDrawing(path, error);
 }
 
 std::optional<int> KrmHostSession::runCommand(const std::wstring& name) { return qaedCommandStack().invoke(name); }

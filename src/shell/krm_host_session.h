@@ -1,11 +1,11 @@
-// The host around the plug-in for a program without a window (the command-line program,
-// tests): puts the suite's base services into the service dictionary, makes a user
-// channel current, and loads the plug-in; on the way out it unloads the plug-in, closes
-// every open drawing, takes the services out and restores the previous channel. One
-// session at a time.
-// The channel must outlive the session.
+// The host with the plug-in loaded, for a program without a window (the command-line
+// program, the studio, tests): a QaHostSession (base services, real font measures, the
+// user channel) with KrmTabulon loaded in it, so its commands and string tables are
+// there. On the way out the plug-in is unloaded before the host session ends. One
+// session at a time; the channel must outlive the session.
 #pragma once
 
+#include "host/ap/qa_host_session.h"
 #include "host/ed/qaed_user_io.h"
 
 #include <filesystem>
@@ -29,5 +29,5 @@ class KrmHostSession {
   std::optional<int> runCommand(const std::wstring& name);
 
  private:
-  QaEdUserIOScope io_;
+  QaHostSession host_;
 };

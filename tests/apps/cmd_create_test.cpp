@@ -123,12 +123,21 @@ TEST_F(CreateCommand, NumbersTheCardsOfABatchContinuously) {
   EXPECT_EQ(Attributes(work / "out.dxf", "BATCH.批页 TITLE.批总"), "BATCH.批页: 11 12 13 14\nTITLE.批总: 14 14 14 14\nerrors 0\n");
 }
 
+TEST_F(CreateCommand, LeavesOutUnknownColumnsOnlyWhenAskedTo) {
+  writeFile(work / "extra.csv", "工序,备注\n车,快\n");
+  const CommandResult result =
+      Create("--card card --data ROW=" + shellQuote((work / "extra.csv").string()) + " --ignore-unknown-columns -o " + Out());
+  ASSERT_EQ(result.exitCode, 0) << result.output;
+  EXPECT_EQ(Attributes(work / "out.dxf", "ROW.工序"), "ROW.工序: 车 - - - -\nerrors 0\n");
+}
+
 TEST_F(CreateCommand, BadInputLeavesTheDrawingUntouched) {
   writeFile(work / "rows.csv", "工序\n车\n");
   ASSERT_EQ(Create("--card card --data ROW=" + shellQuote((work / "rows.csv").string()) + " -o " + Out()).exitCode, 0);
   const std::string before = readFile(work / "out.dxf");
   writeFile(work / "nosuch.csv", "x\n1\n");
   writeFile(work / "bad.csv", "工序\n\"open\n");
+  writeFile(work / "extra.csv", "工序,备注,材料\n车,快,钢\n");
   const std::string in = shellQuote((work / "out.dxf").string()) + " ";
 
   struct Case {
@@ -142,12 +151,19 @@ TEST_F(CreateCommand, BadInputLeavesTheDrawingUntouched) {
       {"--card card --data NOSUCH=" + shellQuote((work / "nosuch.csv").string()),
        "the data names the block \"NOSUCH\", which the card does not have (it has TITLE, BATCH, ROW, SIGN)"},
       {"--card card --data ROW=" + shellQuote((work / "rows.ods").string()), "unknown data format \".ods\""},
+      {"--card card --data ROW=" + shellQuote((work / "extra.csv").string()),
+       "extra.csv: 备注: card card: no cell of the block ROW takes the data columns 备注, 材料 (the block has 序号"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.args);
     const CommandResult result = Create(in + c.args + " -o " + Out());
     EXPECT_NE(result.exitCode, 0);
     EXPECT_NE(result.output.find(c.message), std::string::npos) << result.output;
+    // Our message starts a line of its own and every line is ended.
+    const std::size_t ours = result.output.find("tabulon: ");
+    ASSERT_NE(ours, std::string::npos) << result.output;
+    EXPECT_TRUE(ours == 0 || result.output[ours - 1] == '\n') << result.output;
+    EXPECT_EQ(result.output.back(), '\n');
     EXPECT_EQ(readFile(work / "out.dxf"), before);
   }
 

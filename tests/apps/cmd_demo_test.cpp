@@ -4,6 +4,11 @@
 
 #include <string>
 
+#include <nlohmann/json.hpp>
+
+#include "host/svc/utf8.h"
+#include "samples/sample_cards.h"
+#include "samples/sample_demo.h"
 #include "support/test_support.h"
 
 using tabulon::test::cliPath;
@@ -13,6 +18,7 @@ using tabulon::test::runCommand;
 using tabulon::test::runPython;
 using tabulon::test::ScratchDir;
 using tabulon::test::shellQuote;
+using tabulon::test::writeFile;
 
 namespace {
 
@@ -30,6 +36,30 @@ print('audit', len(auditor.errors), len(auditor.fixes))
 print('groups', len(doc.groups))
 count = collections.Counter(e.dxf.name.split('_', 1)[1] for e in doc.modelspace().query('INSERT') if '_' in e.dxf.name)
 print(' '.join('%s=%d' % kv for kv in sorted(count.items())))
+)";
+
+// The process card batch of a drawing (everything below the assembly sheets), one line
+// per entity in a sorted list: kind and the extents ezdxf finds; for references the
+// class and every attribute with its text, points, width factor and alignment.
+const char* const kProcessCardEntities = R"(
+import sys, ezdxf
+from ezdxf import bbox
+doc = ezdxf.readfile(sys.argv[1])
+lines = []
+for e in doc.modelspace():
+    box = bbox.extents([e])
+    if not box.has_data or box.extmax.y > -5:
+        continue
+    line = '%s %.3f %.3f %.3f %.3f' % (e.dxftype(), box.extmin.x, box.extmin.y, box.extmax.x, box.extmax.y)
+    if e.dxftype() == 'INSERT':
+        line += ' ' + e.dxf.name.split('_')[-1]
+        for a in e.attribs:
+            p, q = a.dxf.insert, a.dxf.get('align_point', (0, 0, 0))
+            line += ' | %s=%s %.3f,%.3f %.3f,%.3f w%.3f h%d' % (a.dxf.tag, a.dxf.text, p[0], p[1], q[0], q[1],
+                                                              a.dxf.width, a.dxf.halign)
+    lines.append(line)
+print(len(lines))
+print('\n'.join(sorted(lines)))
 )";
 
 // The demo is made once for the tests that look at it.
@@ -70,6 +100,44 @@ TEST_F(Demo, MakesTheLibraryTheCardsAndADrawingThatPassesTheAudit) {
             "audit 0 0\ngroups 5\n"
             "BATCHNO=5 BATCHSUM=5 BOMHEAD=1 BOMLINE=29 HEAD=4 PAGENO=5 ROW=" + std::to_string(18 + 19 + 19 + 18) +
                 " SIGN=4\n");
+}
+
+// `create` and the engine inside the demo measure texts alike, so the same cards come
+// out with the same extents, placement and fitting.
+TEST_F(Demo, CreateMakesTheProcessCardsAsTheDemoDoes) {
+  ASSERT_EQ(result_->exitCode, 0) << result_->output;
+  using namespace tabulon::samples;
+  using tabulon::svc::toUtf8;
+  const std::filesystem::path library = tour() / "library";
+  nlohmann::json cards = nlohmann::json::array();
+  for (const SampleCardContent& content : SampleProcessCards()) {
+    nlohmann::json data = nlohmann::json::object();
+    for (const auto& [block, rows] : content.blocks) {
+      nlohmann::json list = nlohmann::json::array();
+      for (const SampleRow& row : SampleRowsWithCalculatedColumns(library, content.card, block, rows)) {
+        nlohmann::json object = nlohmann::json::object();
+        for (const auto& [column, text] : row) object[toUtf8(column)] = toUtf8(text);
+        list.push_back(object);
+      }
+      data[toUtf8(block)] = list;
+    }
+    cards.push_back({{"card", toUtf8(content.card)}, {"data", data}});
+  }
+  const nlohmann::json batch = {{"insert", {kProcessCardsX, kProcessCardsY}}, {"cards", cards}};
+  writeFile(dir_->path() / "batch.json", batch.dump());
+  const std::filesystem::path created = dir_->path() / "created.dxf";
+  const CommandResult made =
+      tabulon("--library " + shellQuote(library.string()) + " create --batch " +
+                  shellQuote((dir_->path() / "batch.json").string()) + " -o " + shellQuote(created.string()),
+              "TABULON_HOME=" + shellQuote((tour() / "config").string()) + " ");
+  ASSERT_EQ(made.exitCode, 0) << made.output;
+
+  const CommandResult fromDemo = runPython(kProcessCardEntities, {(tour() / "demo.dxf").string()});
+  const CommandResult fromCreate = runPython(kProcessCardEntities, {created.string()});
+  ASSERT_EQ(fromDemo.exitCode, 0) << fromDemo.output;
+  ASSERT_EQ(fromCreate.exitCode, 0) << fromCreate.output;
+  EXPECT_GT(fromDemo.output.size(), 1000u);
+  EXPECT_EQ(fromCreate.output, fromDemo.output);
 }
 
 TEST_F(Demo, PictureShowsTheWholeDrawing) {

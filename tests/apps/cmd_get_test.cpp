@@ -6,7 +6,7 @@
 
 #include "card/table_rows_file.h"
 #include "placed_card_cli_fixture.h"
-#include "shell/sample_library.h"
+#include "samples/sample_library.h"
 
 namespace {
 

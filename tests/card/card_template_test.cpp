@@ -29,7 +29,8 @@ TEST(KrmCardTemplate, LoadsTheCardAndBothTables) {
   EXPECT_EQ(names, (std::vector<std::wstring>{L"TITLE", L"ROW", L"SIGN"}));
   int count = -5, order = -5;
   t.GetBlkNum(L"ROW", count, order, 0);
-  EXPECT_EQ(count * 10 + order, 201);
+  EXPECT_EQ(count, 20);
+  EXPECT_EQ(order, 1);
   t.GetBlkNum(L"ROW", count, order, 1);
   EXPECT_EQ(count, 30);
   // Whole units of the first page: 297.9 x 210.6.
@@ -57,7 +58,8 @@ TEST(KrmCardTemplate, KeepsATableThatFailsToLoadAsAnEmptyTable) {
   EXPECT_TRUE(names.empty());
   int count = 7, order = 8;
   t.GetBlkNum(L"ROW", count, order, 1);
-  EXPECT_EQ(count * 10 + order, 78);
+  EXPECT_EQ(count, 7);
+  EXPECT_EQ(order, 8);
   // No table at all past the card's list: 0, outputs untouched.
   names = {L"stale"};
   EXPECT_EQ(t.GetBlockNames(names, 2), 0);
@@ -89,10 +91,27 @@ TEST(KrmCardTemplate, ACardThatDoesNotReadFailsAndResetsTheOptions) {
   t.SetInsertPoint(QaGePoint3d(1, 2, 3));
   EXPECT_EQ(t.LoadTemplate(Wide(dir / "none.crd")), 0);
   EXPECT_FALSE(t.LoadProblems().empty());
-  EXPECT_EQ(t.GetRearrange() * 10 + t.GetAutoArrange(), 1);
+  EXPECT_EQ(t.GetRearrange(), 0);
+  EXPECT_EQ(t.GetAutoArrange(), 1);
   EXPECT_EQ(t.GetInsertPoint(), QaGePoint3d(1, 2, 3));
   EXPECT_EQ(t.GetFirstTableWidth(), 0);
   std::vector<std::wstring> bindings{L"x"};
   EXPECT_EQ(t.GetPageNumberBindings(bindings), 0);
   EXPECT_EQ(t.GetAutoNumColumn(L"ROW"), -1);
+}
+
+TEST(KrmCardTemplate, LoadNamesTheCardFileAndWhatIsWrongWithIt) {
+  ScratchDir dir;
+  KrmCardTemplate t;
+  const tabulon::Status missing = t.Load(Wide(dir / "none.crd"));
+  ASSERT_FALSE(missing.ok());
+  EXPECT_EQ(missing.error().file, (dir / "none.crd").string());
+  EXPECT_EQ(missing.error().message.find((dir / "none.crd").string()), std::string::npos) << missing.describe();
+  EXPECT_NE(missing.error().message.find("cannot open"), std::string::npos) << missing.describe();
+
+  tabulon::test::writeFile(dir / "broken.crd", "{\"format\": \"something else\"}");
+  const tabulon::Status broken = t.Load(Wide(dir / "broken.crd"));
+  ASSERT_FALSE(broken.ok());
+  EXPECT_EQ(broken.error().file, (dir / "broken.crd").string());
+  EXPECT_NE(broken.error().message.find("format"), std::string::npos) << broken.describe();
 }

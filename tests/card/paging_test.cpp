@@ -53,29 +53,38 @@ TEST(PageCount, CountsTheFirstPageThenStartedContinuations) {
   }
 }
 
-TEST(RowLinesNeeded, CountsForcedBreaksWrapsNewlineCellsAndNeverFitCells) {
-  const KrmAttSet plain = cardtest::Att(L"p"), fit = cardtest::Att(L"f", kKrmRowFit, 5.0);
-  const KrmAttSet wrap = cardtest::Att(L"w", kKrmRowNewline, 5.0);
-  const std::wstring longText(60, L'中');  // one character or less per line in a 5-unit cell
-  const std::tuple<const char*, std::vector<std::pair<KrmAttSet, std::wstring>>, int> cases[] = {
-      {"a break b break", {{plain, L"a\nb\n"}}, 2},
-      {"a break b", {{plain, L"a\nb"}}, 2},
-      {"a break", {{plain, L"a\n"}}, 1},
-      {"carriage returns", {{plain, L"a\r\nb\r\nc"}}, 3},
-      {"all empty", {{plain, L""}, {wrap, L""}}, 1},
-      {"fit and plain never wrap", {{fit, longText}, {plain, longText}}, 1},
-      {"later breaks override wrapping", {{wrap, longText}, {plain, L"x\ny"}}, 2},
-      {"later breaks override breaks", {{plain, L"1\n2\n3\n4"}, {plain, L"x\ny"}}, 2},
-      {"wrapping raises breaks", {{plain, L"x\ny"}, {wrap, longText}}, 60},
-      {"breaks in a wrapping cell", {{wrap, longText + L"\n" + longText}}, 2},
-  };
+const KrmAttSet kPlain = cardtest::Att(L"p"), kFit = cardtest::Att(L"f", kKrmRowFit, 5.0);
+const KrmAttSet kWrap = cardtest::Att(L"w", kKrmRowNewline, 5.0);
+const std::wstring kLongText(60, L'中');  // one character or less per line in a 5-unit cell
+
+struct RowLinesCase {
+  const char* name;
+  std::vector<std::pair<KrmAttSet, std::wstring>> cells;
+  int lines;
+};
+
+class RowLinesNeededOf : public ::testing::TestWithParam<RowLinesCase> {};
+
+TEST_P(RowLinesNeededOf, ForcedBreaksWrapsOfNewlineCellsAndNeverFitCells) {
   QaGiTextStyle measurer;
-  for (const auto& [name, cells, lines] : cases) {
-    KrmDataGrid grid;
-    for (const auto& [att, text] : cells) grid.cols.push_back({0, att, {text}});
-    EXPECT_EQ(RowLinesNeeded(grid, 0, measurer), lines) << name;
-  }
+  KrmDataGrid grid;
+  for (const auto& [att, text] : GetParam().cells) grid.cols.push_back({0, att, {text}});
+  EXPECT_EQ(RowLinesNeeded(grid, 0, measurer), GetParam().lines);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, RowLinesNeededOf,
+    ::testing::Values(RowLinesCase{"TwoBreaks", {{kPlain, L"a\nb\n"}}, 2},
+                      RowLinesCase{"OneBreakBetweenTexts", {{kPlain, L"a\nb"}}, 2},
+                      RowLinesCase{"OneBreakAtTheEnd", {{kPlain, L"a\n"}}, 1},
+                      RowLinesCase{"CarriageReturns", {{kPlain, L"a\r\nb\r\nc"}}, 3},
+                      RowLinesCase{"AllEmpty", {{kPlain, L""}, {kWrap, L""}}, 1},
+                      RowLinesCase{"FitAndPlainNeverWrap", {{kFit, kLongText}, {kPlain, kLongText}}, 1},
+                      RowLinesCase{"LaterBreaksOverrideWrapping", {{kWrap, kLongText}, {kPlain, L"x\ny"}}, 2},
+                      RowLinesCase{"LaterBreaksOverrideBreaks", {{kPlain, L"1\n2\n3\n4"}, {kPlain, L"x\ny"}}, 2},
+                      RowLinesCase{"WrappingRaisesBreaks", {{kPlain, L"x\ny"}, {kWrap, kLongText}}, 60},
+                      RowLinesCase{"BreaksInAWrappingCell", {{kWrap, kLongText + L"\n" + kLongText}}, 2}),
+    [](const ::testing::TestParamInfo<RowLinesCase>& info) { return std::string(info.param.name); });
 
 TEST(WrappedLineCount, WrapsChineseAndLatinByMeasuredWidth) {
   const QaGiTextStyle measurer = Measurer(3.5);

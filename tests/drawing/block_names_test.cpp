@@ -10,15 +10,20 @@ namespace {
 TEST(BlockNames, StripPrefixesAndResetPrefixedBlocks) {
   for (const auto& [name, one, all] : {std::tuple{L"T01_ROW", L"ROW", L"ROW"}, std::tuple{L"A_B_C", L"B_C", L"C"},
                                        std::tuple{L"ROW", L"ROW", L"ROW"}, std::tuple{L"X_", L"", L""}}) {
-    EXPECT_EQ(StripBlockPrefix(name) + L"|" + StripAllBlockPrefixes(name), std::wstring(one) + L"|" + all);
+    EXPECT_EQ(StripBlockPrefix(name), one) << name;
+    EXPECT_EQ(StripAllBlockPrefixes(name), all) << name;
   }
   QaDbDatabase db;
   const QaDbObjectId style = tabulon::test::addTextStyle(db, L"工艺");
   const QaDbObjectId prefixed = tabulon::test::addBlock(db, L"ID7_T01_行", {});
   const QaDbObjectId taken = tabulon::test::addBlock(db, L"X_头", {});
   tabulon::test::addBlock(db, L"头", {});
-  EXPECT_EQ(GetTextStyleName(style) + GetBlockName(style) + GetTextStyleName(prefixed), L"工艺");
-  EXPECT_EQ(ResetBlockName(prefixed) + ResetBlockName(taken) + ResetBlockName(style), 2);
+  EXPECT_EQ(GetTextStyleName(style), L"工艺");
+  EXPECT_EQ(GetBlockName(style), L"");  // not a block
+  EXPECT_EQ(GetTextStyleName(prefixed), L"");  // not a text style
+  EXPECT_EQ(ResetBlockName(prefixed), 1);
+  EXPECT_EQ(ResetBlockName(taken), 1);
+  EXPECT_EQ(ResetBlockName(style), 0);
   EXPECT_EQ(GetBlockName(prefixed), L"行");
   EXPECT_EQ(GetBlockName(taken), L"X_头");  // the bare name is taken: kept
 }
@@ -31,10 +36,14 @@ TEST(BlockNames, MultiLineAttributesAreRestoredWhereTheDefinitionIsOne) {
   ref->setScaleFactors(QaGeScale3d(2, 2, 2));
   const auto& atts = ref->pendingAttributes();
   EXPECT_EQ(RestoreMTextAttribute(*ref, *atts[0]), 1);
-  EXPECT_TRUE(atts[0]->isMTextAttribute() && atts[0]->verticalMode() == QaDb::kTextVertMid);
-  EXPECT_TRUE(atts[0]->position().isEqualTo({105, 52, 0}) && atts[0]->alignmentPoint().isEqualTo({105, 52, 0}));
-  EXPECT_EQ(RestoreMTextAttribute(*ref, *atts[1]) + RestoreMTextAttribute(*ref, *atts[2]), 0);
-  EXPECT_FALSE(atts[1]->isMTextAttribute() || atts[2]->isMTextAttribute());
+  EXPECT_TRUE(atts[0]->isMTextAttribute());
+  EXPECT_EQ(atts[0]->verticalMode(), QaDb::kTextVertMid);
+  EXPECT_TRUE(atts[0]->position().isEqualTo({105, 52, 0}));
+  EXPECT_TRUE(atts[0]->alignmentPoint().isEqualTo({105, 52, 0}));
+  EXPECT_EQ(RestoreMTextAttribute(*ref, *atts[1]), 0);
+  EXPECT_EQ(RestoreMTextAttribute(*ref, *atts[2]), 0);
+  EXPECT_FALSE(atts[1]->isMTextAttribute());
+  EXPECT_FALSE(atts[2]->isMTextAttribute());
   EXPECT_EQ(RestoreMTextAttribute(QaDbBlockReference{QaGePoint3d(), QaDbObjectId()}, *atts[1]), 0);
 }
 

@@ -82,6 +82,33 @@ TEST_F(CardEngine, BatchNumbersRunOnAcrossCardsAndAreWrittenWhenTheEngineEnds) {
   EXPECT_EQ(TextsOf(L"TITLE", L"总页"), Numbers({2, 2, 1, 3, 3, 3}));
 }
 
+TEST_F(CardEngine, FinishNumbersTheBatchAndReportsPagesThatAreGone) {
+  KrmCardEngine engine;
+  engine.InitCardPath(Library());
+  for (int rows : {6, 14}) {  // 2 and 3 pages
+    engine.SetCardName(L"card");
+    engine.SetTableContent(L"ROW", Rows(rows));
+    ASSERT_EQ(engine.PlayCreate(), 1);
+  }
+  {
+    QaDbObjectPointer<QaDbBlockReference> gone(engine.BatchCurIds()[1], QaDb::kForWrite);
+    ASSERT_TRUE(gone);
+    ASSERT_EQ(gone->erase(), Qa::eOk);
+  }
+  const tabulon::Status finished = engine.Finish();
+  ASSERT_FALSE(finished.ok());
+  EXPECT_EQ(finished.error().field, "batch page number");
+  // How many pages missed their number, of how many.
+  EXPECT_NE(finished.error().message.find(" 1 "), std::string::npos) << finished.describe();
+  EXPECT_NE(finished.error().message.find(" 5 "), std::string::npos) << finished.describe();
+  // The pages still there are numbered on without a gap.
+  EXPECT_EQ(TextsOf(L"BATCH", L"批页"), Numbers({1, 2, 3, 4}));
+  EXPECT_EQ(TextsOf(L"TITLE", L"批总"), Numbers({4, 4, 4, 4, 4}));
+  // Finished, the engine starts afresh: nothing left to number.
+  EXPECT_TRUE(engine.BatchCurIds().empty());
+  EXPECT_TRUE(engine.Finish().ok());
+}
+
 TEST_F(CardEngine, PageStartsAndStepShapeTheNumbers) {
   {
     KrmCardEngine engine;
@@ -130,6 +157,32 @@ TEST_F(CardEngine, MissingTemplateOrContentCreatesNothing) {
   EXPECT_EQ(engine.PlayCreate(), 0);
   EXPECT_EQ(io.printed(), L"\nLoad card error ! please check card Ppath=" + Library() +
                               L"/,card name=absent.CRD.crd");
+  EXPECT_EQ(LiveEntityCount(), 0u);
+}
+
+TEST_F(CardEngine, CreateSaysWhatFailedAndWhere) {
+  QaEdScriptedIO io;
+  QaEdUserIOScope scope(io);
+  KrmCardEngine engine;
+  engine.InitCardPath(Library());
+  engine.SetCardName(L"card");
+  const tabulon::Status empty = engine.Create();
+  ASSERT_FALSE(empty.ok());
+  EXPECT_EQ(empty.error().field, "table content");
+
+  engine.SetCardName(L"absent");
+  engine.SetTableContent(L"ROW", Rows(1));
+  const tabulon::Status absent = engine.Create();
+  ASSERT_FALSE(absent.ok());
+  EXPECT_EQ(absent.error().file, (lib.path() / "absent.crd").string());
+  EXPECT_FALSE(absent.error().message.empty());
+
+  std::filesystem::remove(lib.path() / "first.dxf");
+  engine.SetCardName(L"card");
+  engine.SetTableContent(L"ROW", Rows(1));
+  const tabulon::Status undrawn = engine.Create();
+  ASSERT_FALSE(undrawn.ok());
+  EXPECT_EQ(undrawn.error().file, (lib.path() / "card.crd").string());
   EXPECT_EQ(LiveEntityCount(), 0u);
 }
 

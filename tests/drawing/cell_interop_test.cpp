@@ -56,13 +56,21 @@ doc.saveas(sys.argv[1])
   forEachIn<QaDbAttributeDefinition>(file, L"T01_ROW", [&](const auto& def) { ReadCellDefinition(def, cells[def.tag()]); });
   ASSERT_EQ(cells.size(), 3u);
   const KrmAttSet &no = cells[L"序号"], &name = cells[L"名称"], &price = cells[L"单价"];
-  EXPECT_EQ(no.GetInName() + no.GetStringType() + no.GetAlignType() + no.GetShowType(),
-            L"序号KRM_XDATA_NUMINTCENTER1");
-  EXPECT_EQ(no.GetAttDir() + no.GetCanEdit() + no.GetDefault(), L"H01");
-  EXPECT_EQ(name.GetInName() + name.GetStringType() + name.GetRowType(), L"PART_NAMEKRM_XDATA_NUMSTRkNewline");
-  EXPECT_EQ(name.GetCtrType() + name.GetCtrContent(), L"CMB_DOWN螺栓;螺母");
-  EXPECT_EQ(price.GetStringType() + std::to_wstring(price.GetDecimalNum()) + price.GetCalc(),
-            L"KRM_XDATA_NUMDOUBLE2数量*2");
+  EXPECT_EQ(no.GetInName(), L"序号");
+  EXPECT_EQ(no.GetStringType(), L"KRM_XDATA_NUMINT");
+  EXPECT_EQ(no.GetAlignType(), L"CENTER");
+  EXPECT_EQ(no.GetShowType(), L"1");
+  EXPECT_EQ(no.GetAttDir(), L"H");
+  EXPECT_EQ(no.GetCanEdit(), L"0");
+  EXPECT_EQ(no.GetDefault(), L"1");
+  EXPECT_EQ(name.GetInName(), L"PART_NAME");
+  EXPECT_EQ(name.GetStringType(), L"KRM_XDATA_NUMSTR");
+  EXPECT_EQ(name.GetRowType(), L"kNewline");
+  EXPECT_EQ(name.GetCtrType(), L"CMB_DOWN");
+  EXPECT_EQ(name.GetCtrContent(), L"螺栓;螺母");
+  EXPECT_EQ(price.GetStringType(), L"KRM_XDATA_NUMDOUBLE");
+  EXPECT_EQ(price.GetDecimalNum(), 2);
+  EXPECT_EQ(price.GetCalc(), L"数量*2");
   int refs = 0;
   forEachIn<QaDbBlockReference>(file, L"*Model_Space", [&](const auto& ref) {
     ++refs;

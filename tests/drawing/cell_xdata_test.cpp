@@ -23,9 +23,14 @@ TEST(KrQrxAppXdata, NumberedItemsRoundTripInSetOrder) {
   ASSERT_TRUE(reader.getXdata(&line));
   std::wstring s = L"kept";
   int n = -1;
-  EXPECT_TRUE(reader.getInteger(1003, n) && n == 4);
-  EXPECT_FALSE(reader.getString(1501, s) || reader.getString(7, s) || reader.getInteger(1002, n));
-  EXPECT_EQ(s + std::to_wstring(n), L"kept4");  // failed reads change nothing
+  EXPECT_TRUE(reader.getInteger(1003, n));
+  EXPECT_EQ(n, 4);
+  EXPECT_FALSE(reader.getString(1501, s));
+  EXPECT_FALSE(reader.getString(7, s));
+  EXPECT_FALSE(reader.getInteger(1002, n));
+  // Failed reads change nothing.
+  EXPECT_EQ(s, L"kept");
+  EXPECT_EQ(n, 4);
 }
 
 TEST(KrQrxAppXdata, PlainListsReadByPositionAndConvertOnRequest) {
@@ -34,13 +39,23 @@ TEST(KrQrxAppXdata, PlainListsReadByPositionAndConvertOnRequest) {
   line.setXData(L"KRM_A", {Item::control(true), Item::string(L"Number"), Item::string(L" 12 "), Item::control(false)});
   line.setXData(L"KRM_B", {Item::int32(7), Item::string(L"12x"), Item::real(2.5)});
   KR_QRXAppXdata a(L"KRM_A"), b(L"KRM_B");
-  ASSERT_TRUE(a.getXdata(&line) && b.getXdata(&line));
+  ASSERT_TRUE(a.getXdata(&line));
+  ASSERT_TRUE(b.getXdata(&line));
   std::wstring s;
   int n = 0;
-  EXPECT_TRUE(a.getString(1, s) && s == L"Number" && !a.hasItem(3));
-  EXPECT_TRUE(!a.getInteger(2, n) && a.getInteger(2, n, true) && n == 12);
-  EXPECT_TRUE(!b.getString(1, s) && b.getString(1, s, true) && s == L"7");
-  EXPECT_TRUE(!b.getInteger(2, n, true) && b.getString(3, s, true) && s == L"2.5");
+  EXPECT_TRUE(a.getString(1, s));
+  EXPECT_EQ(s, L"Number");
+  EXPECT_FALSE(a.hasItem(3));
+  // A string is an integer only on request, and then with blanks around it.
+  EXPECT_FALSE(a.getInteger(2, n));
+  EXPECT_TRUE(a.getInteger(2, n, true));
+  EXPECT_EQ(n, 12);
+  EXPECT_FALSE(b.getString(1, s));
+  EXPECT_TRUE(b.getString(1, s, true));
+  EXPECT_EQ(s, L"7");
+  EXPECT_FALSE(b.getInteger(2, n, true));
+  EXPECT_TRUE(b.getString(3, s, true));
+  EXPECT_EQ(s, L"2.5");
   // Written plain, a gap in the numbers becomes an empty string.
   KR_QRXAppXdata gap(L"KRM_GAP");
   gap.setString(3, L"c");

@@ -20,24 +20,27 @@ std::string Sorted(double d, int code) {
   return out;
 }
 
-TEST(FillOrder, OrdersAGridWithinAndBeyondTheTolerance) {
-  struct Case {
-    int code;
-    const char* within;  // 0.9 apart: same row, same column
-    const char* beyond;  // 1.1 apart: rows and columns of their own
-  } cases[] = {
-      {0, "TL BL TR BR ", "BL TL TR BR "}, {1, "TL TR BL BR ", "TR TL BL BR "},
-      {2, "BL TL BR TR ", "BL TL BR TR "}, {3, "BL BR TL TR ", "BL BR TL TR "},
-      // Code 4 compares x within a column and y across: BR stays ahead of TR.
-      {4, "TL BR TR BL ", "TL BR TR BL "}, {5, "TR TL BR BL ", "TR TL BR BL "},
-      {6, "BR TR BL TL ", "BR TR TL BL "}, {7, "BR BL TR TL ", "BR BL TL TR "},
-      {8, "BR TL BL TR ", "BR TL BL TR "},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(Sorted(0.9, c.code), c.within) << "code " << c.code;
-    EXPECT_EQ(Sorted(1.1, c.code), c.beyond) << "code " << c.code;
-  }
-}
+struct FillOrderCase {
+  int code;
+  const char* within;  // 0.9 apart: same row, same column
+  const char* beyond;  // 1.1 apart: rows and columns of their own
+};
+
+class FillOrderOfCode : public ::testing::TestWithParam<FillOrderCase> {};
+
+TEST_P(FillOrderOfCode, OrdersAGridWithinTheTolerance) { EXPECT_EQ(Sorted(0.9, GetParam().code), GetParam().within); }
+
+TEST_P(FillOrderOfCode, OrdersAGridBeyondTheTolerance) { EXPECT_EQ(Sorted(1.1, GetParam().code), GetParam().beyond); }
+
+INSTANTIATE_TEST_SUITE_P(
+    FillOrder, FillOrderOfCode,
+    ::testing::Values(FillOrderCase{0, "TL BL TR BR ", "BL TL TR BR "}, FillOrderCase{1, "TL TR BL BR ", "TR TL BL BR "},
+                      FillOrderCase{2, "BL TL BR TR ", "BL TL BR TR "}, FillOrderCase{3, "BL BR TL TR ", "BL BR TL TR "},
+                      // Code 4 compares x within a column and y across: BR stays ahead of TR.
+                      FillOrderCase{4, "TL BR TR BL ", "TL BR TR BL "}, FillOrderCase{5, "TR TL BR BL ", "TR TL BR BL "},
+                      FillOrderCase{6, "BR TR BL TL ", "BR TR TL BL "}, FillOrderCase{7, "BR BL TR TL ", "BR BL TL TR "},
+                      FillOrderCase{8, "BR TL BL TR ", "BR TL BL TR "}),
+    [](const ::testing::TestParamInfo<FillOrderCase>& info) { return "Code" + std::to_string(info.param.code); });
 
 TEST(FillOrder, CodeSixTakesExactlyOneUnitAsOneColumnTheOthersAsTwo) {
   const QaGePoint3d low(0, 0, 0), high(1.0, 10, 0);

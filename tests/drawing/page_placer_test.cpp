@@ -19,23 +19,37 @@ KrmPagePlacer Placer(int fstT, int dir) {
   return placer;
 }
 
-TEST(PagePlacer, PagePointsForBothPrioritiesAllDirectionsAndNegativeIndices) {
-  struct Case {
-    int fstT, dir, index, stepsX, stepsY;
-  } cases[] = {
-      // Row first, 3 a row: page 3 starts the next row.
-      {1, 0, 2, 2, 0}, {1, 0, 3, 0, 1}, {1, 1, 4, -1, 1}, {1, 2, 4, -1, -1}, {1, 3, 5, 2, -1},
-      // Column first, 3 a column.
-      {0, 0, 2, 0, 2}, {0, 1, 4, -1, 1}, {0, 2, 2, 0, -2}, {0, 2, 3, -1, 0}, {0, 3, 4, 1, -1},
-      // Truncated division: -4 is one row and one column back, -2 two pages back.
-      {1, 0, -4, -1, -1}, {1, 0, -2, -2, 0}, {1, 2, -4, 1, 1}, {0, 0, -2, 0, -2},
-  };
-  for (const Case& c : cases) {
-    const QaGePoint3d p = PagePointAt(Placer(c.fstT, c.dir), c.index);
-    EXPECT_EQ(p, QaGePoint3d(1000 + 120.0 * c.stepsX, 2000 + 60.0 * c.stepsY, 0))
-        << "FstT " << c.fstT << " Dir " << c.dir << " page " << c.index;
-  }
+struct PagePointCase {
+  int fstT, dir, index, stepsX, stepsY;
+};
+
+class PagePoint : public ::testing::TestWithParam<PagePointCase> {};
+
+TEST_P(PagePoint, StepsByPageSizeAndGapInTheDirectionsOfTheArrangement) {
+  const PagePointCase& c = GetParam();
+  const QaGePoint3d p = PagePointAt(Placer(c.fstT, c.dir), c.index);
+  EXPECT_DOUBLE_EQ(p.x, 1000 + 120.0 * c.stepsX);
+  EXPECT_DOUBLE_EQ(p.y, 2000 + 60.0 * c.stepsY);
+  EXPECT_DOUBLE_EQ(p.z, 0.0);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    PagePlacer, PagePoint,
+    ::testing::Values(
+        // Row first, 3 a row: page 3 starts the next row.
+        PagePointCase{1, 0, 2, 2, 0}, PagePointCase{1, 0, 3, 0, 1}, PagePointCase{1, 1, 4, -1, 1},
+        PagePointCase{1, 2, 4, -1, -1}, PagePointCase{1, 3, 5, 2, -1},
+        // Column first, 3 a column.
+        PagePointCase{0, 0, 2, 0, 2}, PagePointCase{0, 1, 4, -1, 1}, PagePointCase{0, 2, 2, 0, -2},
+        PagePointCase{0, 2, 3, -1, 0}, PagePointCase{0, 3, 4, 1, -1},
+        // Truncated division: -4 is one row and one column back, -2 two pages back.
+        PagePointCase{1, 0, -4, -1, -1}, PagePointCase{1, 0, -2, -2, 0}, PagePointCase{1, 2, -4, 1, 1},
+        PagePointCase{0, 0, -2, 0, -2}),
+    [](const ::testing::TestParamInfo<PagePointCase>& info) {
+      const PagePointCase& c = info.param;
+      return std::string(c.fstT == 1 ? "RowFirst" : "ColumnFirst") + "Dir" + std::to_string(c.dir) + "Page" +
+             (c.index < 0 ? "Minus" + std::to_string(-c.index) : std::to_string(c.index));
+    });
 
 TEST(PagePlacer, FirstPointIsTheOriginWithItsZAndZeroGapsTouch) {
   KrmPagePlacer placer = Placer(1, 0);

@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "card/paging.h"
 #include "cell_test_support.h"
 #include "host/gi/qagi_text_measure_hook.h"
 #include "host/gi/qagi_text_style.h"
+#include "host/svc/utf8.h"
 
 namespace {
 
@@ -13,8 +16,8 @@ using Texts = std::vector<std::wstring>;
 
 class TextFitting : public ::testing::Test {
  protected:
-  void SetUp() override { qagiInstallTextWidthFunction(); }
   void TearDown() override { cellScale = 1.0; }
+  QaGiFontTextWidth fonts_;
 
   QaDbAttribute attribute(const std::wstring& text, QaDbObjectId styleId) const {
     QaDbAttribute att(QaGePoint3d(10, 20, 0), text, L"CELL", styleId);
@@ -63,7 +66,8 @@ TEST_F(TextFitting, FitSqueezesBetweenTwoPointsAWidthApartAndUndoesOnRefill) {
     EXPECT_EQ(FitCellText(att, cell), 1);
     EXPECT_EQ(cell.GetContent(), L"");
     EXPECT_EQ(att.horizontalMode(), QaDb::kTextFit);
-    EXPECT_TRUE(att.position().isEqualTo({10, 20, 0}) && att.alignmentPoint().isEqualTo({10 + width, 20, 0}));
+    EXPECT_TRUE(att.position().isEqualTo({10, 20, 0}));
+    EXPECT_TRUE(att.alignmentPoint().isEqualTo({10 + width, 20, 0}));
     EXPECT_EQ(att.height(), 3.5);
   }
   att.setWidthFactor(0.5);
@@ -128,6 +132,32 @@ TEST_F(TextFitting, NewlineCellWrapsChineseTextOverSeveralBlocks) {
   counter.setTextSize(3.5);
   EXPECT_EQ(WrappedLineCount(text, width, counter), static_cast<int>(pieces.size()));
   EXPECT_EQ(fillBlocks(L"检验员", cellOf(measure(L"检验员"), L"kNewline")), Texts{L"检验员"});
+}
+
+TEST_F(TextFitting, WritesAsManyLinesAsPagingCountsOnMixedTexts) {
+  const std::vector<std::wstring> pieces = {L"中", L"工序", L"a", L"W", L"M12", L" ", L"φ", L"±0.02", L"%%d",
+                                            L"%%c", L"\r", L"，", L"Ra1.6", L"%"};
+  std::mt19937 random(1207);
+  std::uniform_int_distribution<std::size_t> pick(0, pieces.size() - 1);
+  std::uniform_int_distribution<int> length(1, 40);
+  // Cells hold a character at least: narrower ones are counted up to one line per
+  // character while the blocks take none.
+  std::uniform_real_distribution<double> width(8.0, 60.0);
+  QaGiTextStyle counter;
+  counter.setFileName(tabulon::test::kMicroHeiFile);
+  counter.setTextSize(3.5);
+  for (int n = 0; n < 150; ++n) {
+    std::wstring text;
+    for (int k = length(random); k > 0; --k) text += pieces[pick(random)];
+    const double cell = width(random);
+    const Texts written = fillBlocks(text, cellOf(cell, L"kNewline"), text.size() + 1);
+    EXPECT_EQ(static_cast<int>(written.size()), WrappedLineCount(text, cell, counter))
+        << tabulon::svc::toUtf8(text) << " in " << cell << " pieces: " << [&] {
+             std::string all;
+             for (const auto& w : written) all += "[" + tabulon::svc::toUtf8(w) + "]";
+             return all;
+           }();
+  }
 }
 
 TEST_F(TextFitting, TooWideFirstLineBreaksTheWholeTextAsOneLine) {

@@ -16,8 +16,8 @@
 #include "host/svc/scoped_env.h"
 #include "host/svc/tabulon_paths.h"
 #include "shell/krm_host_session.h"
-#include "shell/sample_assembly.h"
-#include "shell/sample_library.h"
+#include "samples/sample_assembly.h"
+#include "samples/sample_library.h"
 #include "support/test_support.h"
 
 namespace {

@@ -14,7 +14,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "card/card_data.h"
 #include "card/card_template.h"
+#include "card/data_grid.h"
 #include "card/table_rows_file.h"
 #include "cli_command.h"
 #include "drawing/card_engine.h"
@@ -42,12 +44,14 @@ struct CreateArgs {
   int batchStart = 1;
   int pageStep = 1;
   std::string library;
+  bool ignoreUnknownColumns = false;
 };
 
 // One card of the batch, with its rows per block class.
 struct CardJob {
   std::string name;  // as given: relative to the library, or a path
   std::map<std::wstring, KrmTableRows> tables;
+  std::map<std::wstring, std::string> sources;  // where the rows of a block came from
 };
 
 KrmTableRows ReadRowsOrThrow(const fs::path& file) {
@@ -79,7 +83,10 @@ void AddDataOption(const std::string& option, std::vector<CardJob>& jobs) {
     block = block.substr(colon + 1);
   }
   const KrmTableRows rows = ReadRowsOrThrow(file);
-  for (std::size_t j = first; j < last; ++j) jobs[j].tables[svc::fromUtf8(block)] = rows;
+  for (std::size_t j = first; j < last; ++j) {
+    jobs[j].tables[svc::fromUtf8(block)] = rows;
+    jobs[j].sources[svc::fromUtf8(block)] = file.string();
+  }
 }
 
 // A batch file: {"insert": [x, y], "pageStart": n, "batchStart": n, "pageStep": n,
@@ -105,16 +112,19 @@ void ReadBatchFile(const fs::path& path, CreateArgs& args, std::vector<CardJob>&
       const auto& card = doc["cards"][i];
       const std::string where = path.string() + ": cards[" + std::to_string(i) + "]";
       if (!card.contains("card") || !card["card"].is_string()) throw CliError(where + ": \"card\" (the card name) is missing");
-      CardJob job{card["card"].get<std::string>(), {}};
+      CardJob job{card["card"].get<std::string>(), {}, {}};
       const nlohmann::json data = card.value("data", nlohmann::json::object());
       if (!data.is_object()) throw CliError(where + ": \"data\" must map block names to files or rows");
       for (const auto& [block, value] : data.items()) {
         if (value.is_string()) {
-          job.tables[svc::fromUtf8(block)] = ReadRowsOrThrow(path.parent_path() / value.get<std::string>());
+          const fs::path file = path.parent_path() / value.get<std::string>();
+          job.tables[svc::fromUtf8(block)] = ReadRowsOrThrow(file);
+          job.sources[svc::fromUtf8(block)] = file.string();
         } else {
           auto rows = ParseJsonRows(value.dump(), where + ".data." + block);
           if (!rows.ok()) throw CliError(rows.describe());
           job.tables[svc::fromUtf8(block)] = std::move(rows).value();
+          job.sources[svc::fromUtf8(block)] = where + ".data." + block;
         }
       }
       jobs.push_back(std::move(job));
@@ -131,21 +141,61 @@ std::pair<fs::path, std::string> LocateCard(const std::string& name, const fs::p
   return {path.parent_path(), path.filename().string()};
 }
 
-// Every block the data names must be a class of the card. A card that cannot be loaded
-// is left to the engine, which says so.
-void CheckBlocks(const CardJob& job, const fs::path& folder, const std::string& file) {
+std::string JoinNames(const std::vector<std::wstring>& names) {
+  std::string joined;
+  for (const auto& name : names) joined += (joined.empty() ? "" : ", ") + svc::toUtf8(name);
+  return joined;
+}
+
+// The column names a row of `grid` may use: each column's show name, and its in-name
+// where that differs.
+std::vector<std::wstring> ColumnNames(const KrmDataGrid& grid) {
+  std::vector<std::wstring> names;
+  for (const KrmDataTCol& col : grid.cols) {
+    names.push_back(col.att.GetShowName());
+    if (!col.att.GetInName().empty() && col.att.GetInName() != col.att.GetShowName())
+      names.push_back(col.att.GetInName());
+  }
+  return names;
+}
+
+// Every block the data names must be a class of the card, and every column of its rows
+// must be named by a cell of that block, unless unknown columns are to be left out. A
+// card that cannot be loaded is left to the engine, which says so.
+void CheckBlocks(const CardJob& job, const fs::path& folder, const std::string& file, bool ignoreUnknownColumns) {
   fs::path cardPath = folder / file;
   if (cardPath.extension() != ".crd") cardPath += ".crd";
   KrmCardTemplate cardTemplate;
   if (cardTemplate.LoadTemplate(svc::fromPath(cardPath)) != 1) return;
   std::vector<std::wstring> names;
   cardTemplate.GetBlockNames(names, 0);
-  std::string known;
-  for (const auto& name : names) known += (known.empty() ? "" : ", ") + svc::toUtf8(name);
   for (const auto& [block, rows] : job.tables) {
     if (std::find(names.begin(), names.end(), block) == names.end())
       throw CliError("card " + job.name + ": the data names the block \"" + svc::toUtf8(block) +
-                     "\", which the card does not have (it has " + known + ")");
+                     "\", which the card does not have (it has " + JoinNames(names) + ")");
+  }
+  if (ignoreUnknownColumns) return;
+  KrmCardData data;
+  data.InitFromTemplate(cardTemplate);
+  for (const auto& [block, rows] : job.tables) {
+    KrmDataGrid grid;
+    data.GetGridByName(block, grid);
+    const std::vector<std::wstring> columns = ColumnNames(grid);
+    std::vector<std::wstring> unknown;
+    for (const auto& row : rows)
+      for (const auto& [column, text] : row)
+        if (std::find(columns.begin(), columns.end(), column) == columns.end() &&
+            std::find(unknown.begin(), unknown.end(), column) == unknown.end())
+          unknown.push_back(column);
+    if (unknown.empty()) continue;
+    const auto source = job.sources.find(block);
+    const Error error = MakeError("card " + job.name + ": no cell of the block " + svc::toUtf8(block) +
+                                  " takes the data column" + (unknown.size() > 1 ? "s " : " ") + JoinNames(unknown) +
+                                  " (the block has " + JoinNames(columns) +
+                                  "); --ignore-unknown-columns leaves such columns out")
+                            .inFile(source == job.sources.end() ? std::string() : source->second)
+                            .inField(svc::toUtf8(unknown.front()));
+    throw CliError(error.describe());
   }
 }
 
@@ -156,13 +206,13 @@ void RunCreate(const CreateArgs& given) {
 
   std::vector<CardJob> jobs;
   if (!args.batch.empty()) ReadBatchFile(args.batch, args, jobs);
-  for (const auto& card : args.cards) jobs.push_back(CardJob{card, {}});
+  for (const auto& card : args.cards) jobs.push_back(CardJob{card, {}, {}});
   if (jobs.empty()) throw CliError("no card given (--card NAME or --batch FILE)");
   for (const auto& option : args.data) AddDataOption(option, jobs);
   for (const auto& job : jobs) {
     if (job.tables.empty()) throw CliError("card " + job.name + ": no data given (--data BLOCK=FILE)");
     const auto [folder, file] = LocateCard(job.name, library);
-    CheckBlocks(job, folder, file);
+    CheckBlocks(job, folder, file, args.ignoreUnknownColumns);
   }
   if (!args.at.empty() && args.at.size() != 2 && args.at.size() != 3)
     throw CliError("--at: expected X,Y or X,Y,Z");
@@ -178,29 +228,34 @@ void RunCreate(const CreateArgs& given) {
   }
 
   const bool progress = isatty(STDERR_FILENO) && jobs.size() > 1;
+  // What the engine printed ends its line before anything else is written.
+  const auto endEngineLine = [&io] {
+    if (!io.transcript().empty() && io.transcript().back() != L'\n') std::cerr << "\n";
+  };
   {
     KrmCardEngine engine;
     engine.SetPageStart_C(args.pageStart);
     engine.SetPageStart_B(args.batchStart);
     engine.SetPageStep(args.pageStep);
     if (!args.at.empty()) engine.SetInsert({args.at[0], args.at[1], args.at.size() > 2 ? args.at[2] : 0.0});
-    std::size_t drawn = 0;
     for (std::size_t j = 0; j < jobs.size(); ++j) {
       if (progress) std::cerr << "\rcard " << j + 1 << "/" << jobs.size() << ": " << jobs[j].name << std::flush;
       const auto [folder, file] = LocateCard(jobs[j].name, library);
       engine.InitCardPath(svc::fromPath(folder));
       engine.SetCardName(svc::fromUtf8(file));
       for (const auto& [block, rows] : jobs[j].tables) engine.SetTableContent(block, rows);
-      const int made = engine.PlayCreate();
-      std::vector<QaDbObjectId> all;
-      engine.GetAllEnt(all);
-      if (made != 1 || all.size() == drawn) {
+      const Status made = engine.Create();
+      if (!made.ok()) {
         if (progress) std::cerr << "\n";
-        throw CliError("card " + jobs[j].name + " was not created; the drawing is left as it was");
+        endEngineLine();
+        throw CliError("card " + jobs[j].name + " was not created (" + made.describe() +
+                       "); the drawing is left as it was");
       }
-      drawn = all.size();
     }
     if (progress) std::cerr << "\n";
+    endEngineLine();
+    if (const Status finished = engine.Finish(); !finished.ok())
+      throw CliError("the batch was not numbered: " + finished.describe());
   }
 
   std::string error;
@@ -225,6 +280,8 @@ const CliCommand registration(30, [](CLI::App& app, GlobalOptions& globals) {
   sub->add_option("--page-start", args->pageStart, "first page number of each card (default 1)");
   sub->add_option("--batch-start", args->batchStart, "first batch page number (default 1)");
   sub->add_option("--page-step", args->pageStep, "step of the page numbers (default 1)");
+  sub->add_flag("--ignore-unknown-columns", args->ignoreUnknownColumns,
+                "leave out data columns that no cell of their block takes (without it they are an error)");
   sub->callback([args, &globals] {
     args->library = globals.library;
     RunCreate(*args);

@@ -9,11 +9,13 @@
 #include <memory>
 
 #include "cli_command.h"
+#include "host/ap/qa_host_session.h"
 #include "host/ap/qaap_doc_manager.h"
+#include "host/ed/qaed_scripted_io.h"
 #include "host/db/qadb_database.h"
 #include "host/svc/utf8.h"
 #include "picture_output.h"
-#include "shell/sample_demo.h"
+#include "samples/sample_demo.h"
 
 namespace tabulon::cli {
 namespace {
@@ -44,6 +46,8 @@ void runDemo(const DemoArgs& args) {
     throw CliError(e.what());
   }
   if (options.progress) options.progress("drawing the pictures");
+  QaEdScriptedIO io;
+  QaHostSession session(io);
   QaDbDatabase db(false);
   std::string error;
   if (db.readDwgFile(result.drawing, 0, &error) != Qa::eOk) throw CliError(error);

@@ -5,7 +5,8 @@
 #include "cli_command.h"
 #include "drawing/render/scene_builder.h"
 #include "host/db/qadb_database.h"
-#include "host/gi/qagi_text_measure_hook.h"
+#include "host/ap/qa_host_session.h"
+#include "host/ed/qaed_scripted_io.h"
 #include "picture_output.h"
 
 namespace tabulon::cli {
@@ -30,7 +31,8 @@ QaDbExtents parseWindow(const std::string& text) {
 
 void runRender(const RenderArgs& args) {
   if (!IsPictureFile(args.output)) throw CliError("the picture " + args.output + " must end in .svg or .png");
-  qagiInstallTextWidthFunction();
+  QaEdScriptedIO io;
+  QaHostSession session(io);
   QaDbDatabase db(false);
   std::string error;
   if (db.readDwgFile(args.drawing, 0, &error) != Qa::eOk)

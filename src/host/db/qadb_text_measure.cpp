@@ -16,7 +16,11 @@ bool isWide(wchar_t c) {
 }
 }  // namespace
 
-void qadbSetTextWidthFunction(QaDbTextWidthFunction fn) { installed() = std::move(fn); }
+QaDbTextWidthScope::QaDbTextWidthScope(QaDbTextWidthFunction fn) : previous_(std::move(installed())) {
+  installed() = std::move(fn);
+}
+
+QaDbTextWidthScope::~QaDbTextWidthScope() { installed() = std::move(previous_); }
 
 double qadbEstimateTextWidth(const std::wstring& text, double height, double widthFactor) {
   double units = 0.0;

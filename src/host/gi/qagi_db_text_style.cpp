@@ -31,5 +31,3 @@ double qagiTextWidth(const std::wstring& text, QaDbObjectId style, double height
   measurer.setXScale(widthFactor);
   return measurer.width(text);
 }
-
-void qagiInstallTextWidthFunction() { qadbSetTextWidthFunction(&qagiTextWidth); }

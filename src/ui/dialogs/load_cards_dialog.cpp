@@ -8,6 +8,7 @@
 
 #include "authoring/card_out_model.h"
 #include "host/ed/qa_message_box.h"
+#include "host/svc/utf8.h"
 #include "ui/dialogs/card_out_dialog.h"
 #include "ui/dialogs/drawing_preview.h"
 #include "ui/ui_strings.h"
@@ -106,7 +107,7 @@ void LoadCardsDialog::selectionChanged() {
 }
 
 void LoadCardsDialog::showSelection() {
-  preview_->showDrawing(model_.PreviewPath());
+  preview_->showDrawing(svc::toPath(model_.PreviewPath()));
   flip_->setText(toQString(model_.FlipCaption()));
   delete_->setEnabled(!model_.DeleteQuestion().empty());
 }

@@ -18,7 +18,7 @@ QLabel *fieldLabel(QWidget *parent, const char *name) {
   auto *label = new QLabel(parent);
   label->setObjectName(QString::fromLatin1(name));
   label->setFrameShape(QFrame::StyledPanel);
-  label->setMinimumWidth(200);
+  label->setMinimumWidth(300);
   return label;
 }
 

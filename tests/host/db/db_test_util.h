@@ -63,10 +63,10 @@ inline void expectBox(const QaDbExtents& e, const QaGePoint3d& lo, const QaGePoi
 }
 
 // Texts are measured with the built-in estimate (0.6 of the height per narrow
-// character, 1.0 per wide one) whatever other tests installed.
+// character, 1.0 per wide one) whatever measures outside the test.
 class EstimatedTextWidth : public ::testing::Test {
  protected:
-  void SetUp() override { qadbSetTextWidthFunction({}); }
+  QaDbEstimatedTextWidth estimate_;
 };
 
 }  // namespace qadbtest

@@ -229,15 +229,16 @@ TEST_F(EntityExtents, KindsWithoutGeometryReportInvalidExtents) {
 }
 
 TEST_F(EntityExtents, InstalledMeasurerDecidesTextWidth) {
-  qadbSetTextWidthFunction([](const std::wstring& text, QaDbObjectId, double height, double widthFactor) {
-    return static_cast<double>(text.size()) * height * widthFactor;  // square characters
-  });
   QaDbText text(QaGePoint3d(0, 0, 0), L"ABC", QaDbObjectId(), 2.0);
   text.setWidthFactor(0.5);
   QaDbExtents ext;
-  text.getGeomExtents(ext);
-  expectBox(ext, {0, 0, 0}, {3, 2, 0});
-  qadbSetTextWidthFunction({});
+  {
+    QaDbTextWidthScope square([](const std::wstring& text, QaDbObjectId, double height, double widthFactor) {
+      return static_cast<double>(text.size()) * height * widthFactor;  // square characters
+    });
+    text.getGeomExtents(ext);
+    expectBox(ext, {0, 0, 0}, {3, 2, 0});
+  }
   text.getGeomExtents(ext);
   expectBox(ext, {0, 0, 0}, {1.8, 2, 0});
 }

@@ -73,13 +73,18 @@ TEST(QaGiDbTextStyle, TheDatabaseMeasuresTextsThroughTheInstalledHook) {
   QaDbDatabase db;
   const QaDbObjectId id = addStyle(db, L"工艺", kDejaVuSans, 0.0, 0.5);
   const std::wstring text = L"%%c20 零件";
-  qagiInstallTextWidthFunction();
-  const double hooked = qadbTextWidth(text, id, 3.5, 0.75);
-  const double withoutStyle = qadbTextWidth(text, QaDbObjectId(), 3.5, 0.75);
-  qadbSetTextWidthFunction({});  // other tests expect the estimate
+  double hooked = 0.0, withoutStyle = 0.0, estimated = 0.0;
+  {
+    QaGiFontTextWidth fonts;
+    hooked = qadbTextWidth(text, id, 3.5, 0.75);
+    withoutStyle = qadbTextWidth(text, QaDbObjectId(), 3.5, 0.75);
+    QaDbEstimatedTextWidth estimate;  // an inner scope wins, and gives way when it ends
+    estimated = qadbTextWidth(text, id, 3.5, 0.75);
+  }
   // The entity's own width factor counts, not the style's.
   EXPECT_EQ(hooked, pinned(kDejaVuSans, 3.5, 0.75).width(text));
   EXPECT_EQ(withoutStyle, pinned(tabulon::gi::defaultFontFile().wstring(), 3.5, 0.75).width(text));
+  EXPECT_DOUBLE_EQ(estimated, qadbEstimateTextWidth(text, 3.5, 0.75));
   EXPECT_DOUBLE_EQ(qadbTextWidth(text, id, 3.5, 0.75), qadbEstimateTextWidth(text, 3.5, 0.75));
 }
 

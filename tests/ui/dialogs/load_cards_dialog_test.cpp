@@ -62,7 +62,7 @@ TEST_F(LoadCardsDialogTest, TheTreeIsTheModelsAndAClickedTemplateIsPreviewedAndC
   ASSERT_NE(t2, nullptr);
   dialog.tree()->setCurrentItem(dialog.rowOf(t2));
   EXPECT_EQ(model.Selected(), t2);
-  EXPECT_EQ(dialog.preview()->shownPath(), fs::path(model.PreviewPath()));
+  EXPECT_EQ(dialog.preview()->shownPath(), tabulon::svc::toPath(model.PreviewPath()));
   EXPECT_GT(dialog.preview()->itemCount(), 0);
 
   QTest::mouseClick(dialog.okButton(), Qt::LeftButton);

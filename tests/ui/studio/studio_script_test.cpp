@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <optional>
 
-#include "shell/sample_demo.h"
+#include "samples/sample_demo.h"
 #include "support/test_support.h"
 #include "ui/studio/script_file.h"
 #include "ui/studio/studio_window.h"

@@ -9,7 +9,13 @@
 #include <string>
 #include <vector>
 
+#include "samples/sample_cards.h"
+
 namespace tabulon::samples {
+
+// Where the batch of process cards starts in the demo's drawing, below the assembly sheets.
+inline constexpr double kProcessCardsX = 0.0;
+inline constexpr double kProcessCardsY = -220.0;
 
 struct DemoOptions {
   std::filesystem::path folder;  // holds library/, config/, assembly.dxf and demo.dxf afterwards
@@ -40,5 +46,11 @@ struct DemoResult {
 // override and TABULON_HOME (for options.ini) are set for the rest of the process.
 // Throws std::runtime_error with a message naming what failed.
 DemoResult RunSampleDemo(const DemoOptions& options);
+
+// The rows of block class `block` of the card `card` in `library` as the editor leaves
+// them: with the calculated columns worked out. Throws std::runtime_error when the card
+// does not load.
+std::vector<SampleRow> SampleRowsWithCalculatedColumns(const std::filesystem::path& library, const std::wstring& card,
+                                                       const std::wstring& block, const std::vector<SampleRow>& rows);
 
 }  // namespace tabulon::samples

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "card/table_attributes.h"
-#include "shell/sample_form.h"
+#include "samples/sample_form.h"
 
 namespace tabulon::samples {
 

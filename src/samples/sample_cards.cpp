@@ -1,6 +1,6 @@
-#include "shell/sample_cards.h"
+#include "samples/sample_cards.h"
 
-#include "shell/sample_library.h"
+#include "samples/sample_library.h"
 
 namespace tabulon::samples {
 

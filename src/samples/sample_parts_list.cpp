@@ -4,8 +4,8 @@
 // title data by the cells' codes.
 #include <string>
 
-#include "shell/sample_library.h"
-#include "shell/sample_pages.h"
+#include "samples/sample_library.h"
+#include "samples/sample_pages.h"
 
 namespace tabulon::samples {
 

@@ -1,4 +1,4 @@
-#include "shell/sample_form.h"
+#include "samples/sample_form.h"
 
 #include "drawing/cell_descriptor.h"
 #include "drawing/cell_xdata.h"

@@ -1,9 +1,9 @@
-#include "shell/sample_assembly.h"
+#include "samples/sample_assembly.h"
 
 #include "host/db/qadb_block_table.h"
 #include "host/db/qadb_database.h"
 #include "host/db/qadb_open.h"
-#include "shell/sample_form.h"
+#include "samples/sample_form.h"
 
 #include <algorithm>
 #include <cmath>

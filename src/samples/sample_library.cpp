@@ -1,4 +1,4 @@
-#include "shell/sample_library.h"
+#include "samples/sample_library.h"
 
 #include <algorithm>
 #include <functional>
@@ -16,7 +16,7 @@
 #include "host/db/qadb_database.h"
 #include "host/db/qadb_open.h"
 #include "host/svc/utf8.h"
-#include "shell/sample_pages.h"
+#include "samples/sample_pages.h"
 
 namespace tabulon::samples {
 

@@ -2,8 +2,8 @@
 // of operations, a sign-off band and the page numbers of the card and of the batch.
 #include <string>
 
-#include "shell/sample_library.h"
-#include "shell/sample_pages.h"
+#include "samples/sample_library.h"
+#include "samples/sample_pages.h"
 
 namespace tabulon::samples {
 

@@ -1,4 +1,4 @@
-#include "shell/sample_library.h"
+#include "samples/sample_library.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "shell/sample_demo.h"
+#include "samples/sample_demo.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -14,15 +14,14 @@
 #include "host/db/qadb_dictionary.h"
 #include "host/db/qadb_open.h"
 #include "host/ed/qaed_scripted_io.h"
-#include "host/gi/qagi_text_measure_hook.h"
 #include "host/svc/tabulon_paths.h"
 #include "host/svc/utf8.h"
 #include "shell/bom_card_export.h"
 #include "shell/krm_host_session.h"
-#include "shell/sample_assembly.h"
-#include "shell/sample_cards.h"
-#include "shell/sample_form.h"
-#include "shell/sample_library.h"
+#include "samples/sample_assembly.h"
+#include "samples/sample_cards.h"
+#include "samples/sample_form.h"
+#include "samples/sample_library.h"
 
 namespace tabulon::samples {
 
@@ -36,7 +35,7 @@ using tabulon::svc::toUtf8;
 constexpr double kGap = 10;
 const QaGePoint3d kCoverSheetPoint(kSheetWidth + kGap, 0, 0);
 const QaGePoint3d kPartsListPoint(2 * (kSheetWidth + kGap), 0, 0);
-const QaGePoint3d kProcessCardsPoint(0, -210 - kGap, 0);
+const QaGePoint3d kProcessCardsPoint(kProcessCardsX, kProcessCardsY, 0);
 
 void tell(const DemoOptions& options, const std::string& step) {
   if (options.progress) options.progress(step);
@@ -66,9 +65,10 @@ int pageGroups(QaDbDatabase& db) {
   return n;
 }
 
-// The rows as the editor would leave them: calculated columns worked out.
-std::vector<SampleRow> withCalculatedColumns(const std::filesystem::path& library, const std::wstring& card,
-                                             const std::wstring& block, const std::vector<SampleRow>& rows) {
+}  // namespace
+
+std::vector<SampleRow> SampleRowsWithCalculatedColumns(const std::filesystem::path& library, const std::wstring& card,
+                                                       const std::wstring& block, const std::vector<SampleRow>& rows) {
   KrmCardTemplate t;
   if (t.LoadTemplate(fromPath(library) + L"/" + card + L".crd") != 1)
     throw std::runtime_error("demo: the card " + toUtf8(card) + " does not load: " + toUtf8(t.LoadProblems()));
@@ -90,20 +90,22 @@ std::vector<SampleRow> withCalculatedColumns(const std::filesystem::path& librar
   return out;
 }
 
-}  // namespace
-
 DemoResult RunSampleDemo(const DemoOptions& options) {
   DemoResult result;
   const std::filesystem::path folder = options.folder;
   std::filesystem::create_directories(folder);
-  qagiInstallTextWidthFunction();
 
-  tell(options, "writing the sample card library");
   result.library = folder / "library";
-  WriteSampleLibrary(result.library);
   result.options = writeOptions(folder / "config");
   setenv("TABULON_HOME", (folder / "config").c_str(), 1);
   tabulon::svc::setLibraryOverride(result.library);
+  // Everything from here on, the library's drawings included, is measured as every
+  // program measures: inside a host session.
+  QaEdScriptedIO io;
+  KrmHostSession session(io);
+
+  tell(options, "writing the sample card library");
+  WriteSampleLibrary(result.library);
 
   tell(options, "drawing the assembly sheets");
   result.assembly = folder / "assembly.dxf";
@@ -114,8 +116,6 @@ DemoResult RunSampleDemo(const DemoOptions& options) {
     save(sheets, result.assembly);
   }
 
-  QaEdScriptedIO io;
-  KrmHostSession session(io);
   QaApDocument* doc = qaDocManager().addDocument(std::make_unique<QaDbDatabase>(), folder / "demo.dxf");
   QaDbDatabase& db = *doc->database();
   EnsureFormStyles(db);
@@ -132,17 +132,19 @@ DemoResult RunSampleDemo(const DemoOptions& options) {
       engine.SetCardName(content.card);
       DemoCard card{content.card, content.part, 0, 0};
       for (const auto& [block, rows] : content.blocks) {
-        engine.SetTableContent(block, withCalculatedColumns(result.library, content.card, block, rows));
+        engine.SetTableContent(block, SampleRowsWithCalculatedColumns(result.library, content.card, block, rows));
         if (block == kRowBlock) card.rows = static_cast<int>(rows.size());
       }
       const int before = pageGroups(db);
-      if (engine.PlayCreate() != 1)
-        throw std::runtime_error("demo: the card of " + toUtf8(content.part) + " was not made: " + toUtf8(io.printed()));
+      if (const tabulon::Status made = engine.Create(); !made.ok())
+        throw std::runtime_error("demo: the card of " + toUtf8(content.part) + " was not made: " + made.describe());
       card.pages = pageGroups(db) - before;
       result.batchPages += card.pages;
       result.cards.push_back(card);
     }
-  }  // the engine writes the batch numbers here
+    if (const tabulon::Status finished = engine.Finish(); !finished.ok())
+      throw std::runtime_error("demo: the batch was not numbered: " + finished.describe());
+  }
 
   tell(options, "turning the bill of materials into a parts list card");
   {
@@ -159,7 +161,9 @@ DemoResult RunSampleDemo(const DemoOptions& options) {
     const int before = pageGroups(db);
     const auto done = session.runCommand(L"KrmBomCardExp");
     if (!done || *done != 1)
-      throw std::runtime_error("demo: the bill-of-materials export made no card: " + toUtf8(io.printed()));
+      throw std::runtime_error("demo: the bill-of-materials export made no card from " +
+                               std::to_string(result.bomRows) + " rows of " + std::to_string(result.bomFrames) +
+                               " frames");
     const AssemblySheet shaft = SampleOutputShaftSheet(), cover = SampleCoverSheet();
     result.cards.push_back({kPartsListCard,
                             shaft.title[1].second + L" " + shaft.title[0].second + L" + " + cover.title[1].second +

@@ -1,0 +1,31 @@
+# Checks that every layer of the library includes only itself and the layers below it,
+# so that nothing installed with the library reaches the sample library or the
+# programs. Fails naming the file and the include that breaks the order.
+# Variables: SOURCE_DIR.
+cmake_minimum_required(VERSION 3.25)
+set(allowed_host host)
+set(allowed_card host card)
+set(allowed_drawing host card drawing)
+set(allowed_authoring host card drawing authoring)
+set(allowed_editor host card drawing editor)
+set(allowed_shell host card drawing authoring editor shell)
+set(allowed_samples host card drawing authoring editor shell samples)
+
+set(problems "")
+foreach(layer host card drawing authoring editor shell samples)
+  file(GLOB_RECURSE files "${SOURCE_DIR}/src/${layer}/*.h" "${SOURCE_DIR}/src/${layer}/*.cpp")
+  foreach(file ${files})
+    file(STRINGS "${file}" includes REGEX "^[ \t]*#[ \t]*include[ \t]+\"[^\"/]+/")
+    foreach(line ${includes})
+      string(REGEX REPLACE "^[ \t]*#[ \t]*include[ \t]+\"([^\"/]+)/.*$" "\\1" target "${line}")
+      if(NOT target IN_LIST allowed_${layer})
+        file(RELATIVE_PATH shown "${SOURCE_DIR}" "${file}")
+        string(REPLACE ";" ", " may "${allowed_${layer}}")
+        string(APPEND problems "\n  ${shown}: ${line} (the ${layer} layer may include only: ${may})")
+      endif()
+    endforeach()
+  endforeach()
+endforeach()
+if(problems)
+  message(FATAL_ERROR "includes across the layers:${problems}")
+endif()

@@ -1,0 +1,113 @@
+#include "ui/dialogs/dialog_gallery.h"
+
+#include <QApplication>
+#include <QDialog>
+
+#include <exception>
+#include <functional>
+#include <memory>
+
+#include "authoring/card_out_model.h"
+#include "authoring/load_cards_model.h"
+#include "authoring/make_card_model.h"
+#include "authoring/make_table_model.h"
+#include "authoring/sel_sgl_model.h"
+#include "host/svc/krm_card_root.h"
+#include "ui/dialogs/card_out_dialog.h"
+#include "ui/dialogs/load_cards_dialog.h"
+#include "ui/dialogs/make_card_dialog.h"
+#include "ui/dialogs/make_table_dialog.h"
+#include "ui/dialogs/sel_sgl_dialog.h"
+#include "ui/studio/studio_user_io.h"
+#include "ui/studio/studio_window.h"
+
+namespace tabulon::ui {
+
+namespace {
+
+// A library run that takes what the tree selects first (the first template down the
+// first folders).
+bool TakeFirst(KrmLoadCardsModel &library) {
+  library.Open();
+  if (library.Selected() == nullptr) return false;
+  library.Confirm();
+  return !library.SelectedFileName().empty();
+}
+
+// Shows `dialog` at its natural size, lets it lay out and paint, and saves its picture.
+Status Snap(QDialog &dialog, const std::filesystem::path &file) {
+  dialog.show();
+  dialog.resize(dialog.sizeHint().expandedTo(dialog.minimumSizeHint()).expandedTo(QSize(360, 200)));
+  QApplication::processEvents();
+  const bool saved = dialog.grab().save(QString::fromStdString(file.string()), "PNG");
+  dialog.hide();
+  if (!saved) return Error{"cannot write the picture", file.string(), 0, "png"};
+  return {};
+}
+
+}  // namespace
+
+Result<std::vector<std::string>> SaveDialogGallery(StudioWindow &window, const UiStrings &strings,
+                                                   const std::filesystem::path &dir) {
+  std::error_code ec;
+  std::filesystem::create_directories(dir, ec);
+  if (ec) return Error{"cannot make the folder: " + ec.message(), dir.string(), 0, "gallery"};
+  // Whatever a model would ask while it is set up is answered by itself.
+  window.userIO().setUnattendedBoxes(true);
+  // The card root as a command resolves it, for the drawing open in the window.
+  try {
+    KrmResolveCardRoot();
+  } catch (const std::exception &e) {
+    return Error{e.what(), "", 0, "library"};
+  }
+  const std::wstring root = KrmCardRoot();
+  const AuthoringRunners runners = StudioRunners(&window, strings);
+  std::vector<std::string> written;
+  auto snap = [&](QDialog &dialog, const std::string &name) -> Status {
+    const auto file = dir / (name + ".png");
+    if (Status status = Snap(dialog, file); !status.ok()) return status;
+    written.push_back(file.filename().string());
+    return {};
+  };
+
+  // The table template dialog on the first table of the library, as loaded for editing.
+  KrmMakeTblModel table(root);
+  (void)table.LoadTable(TakeFirst);
+  {
+    MakeTableDialog dialog(table, runners, strings, &window);
+    if (Status status = snap(dialog, "KrmDlgMakeTbl"); !status.ok()) return status.error();
+  }
+  {
+    KrmSelSglModel chooser(KrmSelSglMode::kMultiBlocks, table.AllBlocks());
+    SelSglDialog dialog(chooser, strings, &window);
+    if (Status status = snap(dialog, "KrmDlgSelSgl"); !status.ok()) return status.error();
+  }
+  {
+    KrmSelSglModel chooser(KrmSelSglMode::kClassCur, table.SingleBlocks());
+    SelSglDialog dialog(chooser, strings, &window);
+    if (Status status = snap(dialog, "KrmDlgSelSgl-attribute"); !status.ok()) return status.error();
+  }
+  {
+    KrmMakeCardModel card(root);
+    (void)card.LoadCard(TakeFirst);
+    MakeCardDialog dialog(card, runners, strings, &window);
+    if (Status status = snap(dialog, "KrmDlgMakeCard"); !status.ok()) return status.error();
+  }
+  std::wstring cardFolder;
+  {
+    KrmLoadCardsModel library(root, L".crd");
+    library.Open();
+    cardFolder = library.TransferPath();
+    LoadCardsDialog dialog(library, strings, &window);
+    if (Status status = snap(dialog, "KrmDlgLoadCards"); !status.ok()) return status.error();
+  }
+  {
+    KrmCardOutModel out(root, cardFolder);
+    CardOutDialog dialog(out, strings, &window);
+    if (Status status = snap(dialog, "KrmDlgCardOut"); !status.ok()) return status.error();
+  }
+  window.userIO().setUnattendedBoxes(false);
+  return written;
+}
+
+}  // namespace tabulon::ui
