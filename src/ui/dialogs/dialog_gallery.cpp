@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 
+#include <algorithm>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -12,14 +13,19 @@
 #include "authoring/make_card_model.h"
 #include "authoring/make_table_model.h"
 #include "authoring/sel_sgl_model.h"
+#include "editor/krm_dlg_create_crd.h"
+#include "host/ap/krm_doc_value.h"
+#include "host/svc/krm_reg_service.h"
 #include "host/svc/krm_card_root.h"
 #include "ui/dialogs/card_out_dialog.h"
+#include "ui/dialogs/create_card_dialog.h"
 #include "ui/dialogs/load_cards_dialog.h"
 #include "ui/dialogs/make_card_dialog.h"
 #include "ui/dialogs/make_table_dialog.h"
 #include "ui/dialogs/sel_sgl_dialog.h"
 #include "ui/studio/studio_user_io.h"
 #include "ui/studio/studio_window.h"
+#include "ui/ui_strings.h"
 
 namespace tabulon::ui {
 
@@ -105,6 +111,36 @@ Result<std::vector<std::string>> SaveDialogGallery(StudioWindow &window, const U
     KrmCardOutModel out(root, cardFolder);
     CardOutDialog dialog(out, strings, &window);
     if (Status status = snap(dialog, "KrmDlgCardOut"); !status.ok()) return status.error();
+  }
+  {
+    // The card editor in create mode on the first card, with a few rows typed.
+    KrmLoadCardsModel library(root, L".crd");
+    if (TakeFirst(library)) {
+      KrmRegService settings;
+      KrmDlgCreateCrd model(&settings, KrmCurDocValue());
+      if (model.LoadTemplate(root + library.selectedFolder() + library.SelectedFileName()) == 1) {
+        CreateCardDialog dialog(model, strings, &window);
+        dialog.resize(900, 480);
+        KrmCardData data;
+        model.GetCardData(data);
+        model.SelectTab(data.GetBaseGrid());
+        const int last = std::min(2, model.Grid().GetColumnCount() - 1);
+        for (int r = 1; r <= 3; ++r) {
+          if (r > 1) model.AddRow();
+          model.Grid().SetItemText(r, last, strings.wtext(9490, L"车外圆") + std::to_wstring(r));
+          model.OnGridEndEdit(r, last);
+        }
+        dialog.refresh();
+        dialog.show();
+        dialog.resize(900, 480);
+        QApplication::processEvents();
+        const auto file = dir / "KrmDlgCreateCrd.png";
+        const bool saved = dialog.grab().save(QString::fromStdString(file.string()), "PNG");
+        dialog.hide();
+        if (!saved) return Error{"cannot write the picture", file.string(), 0, "png"};
+        written.push_back(file.filename().string());
+      }
+    }
   }
   window.userIO().setUnattendedBoxes(false);
   return written;
