@@ -98,11 +98,12 @@ TEST_F(KrmTabulonPlugin, FramedCommandsWithoutLibraryPrintMessage159AndChangeNot
   EXPECT_EQ(KrmCardRoot(), L"");
 }
 
-TEST_F(KrmTabulonPlugin, FramedCommandsWithALibraryResolveTheRootAndEndQuietly) {
+TEST_F(KrmTabulonPlugin, FramedCommandsWithALibraryResolveTheRootAndRunTheirBody) {
   makeLibrary();
   KrmHostSession session(io);
+  // The body runs: without a card editor in this program it says where to turn.
   EXPECT_EQ(session.runCommand(L"KrmCreateCard"), 0);
-  EXPECT_EQ(io.printed(), L"");
+  EXPECT_EQ(io.printed(), L"\n此程序没有卡片编辑器,请使用 tabulon create");
   EXPECT_EQ(KrmCardRoot(), tabulon::svc::fromPath(home / "Cards"));
   // The body runs with the plug-in's resource current, and the previous one comes back.
   const QaLangResource* inside = nullptr;
