@@ -4,8 +4,10 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTabBar>
 #include <QVBoxLayout>
@@ -18,6 +20,7 @@
 #include "editor/krm_dlg_create_crd.h"
 #include "ui/dialogs/row_dialogs.h"
 #include "ui/grid/grid_ctrl.h"
+#include "ui/grid/grid_delegate.h"
 #include "ui/grid/grid_find.h"
 #include "ui/grid/grid_model.h"
 #include "ui/ui_strings.h"
@@ -164,6 +167,34 @@ void CreateCardDialog::build() {
   connect(grid_, &CGridCtrl::notify, this, [this](int code, int row, int col, const QString& text, int key) {
     if (code == GVN_ENDLABELEDIT) endEdit(row, col, text, key);
   });
+  // In an open cell editor the word or the picked text replaces the editor's selection;
+  // the cell commits when the editor ends.
+  connect(&grid_->gridDelegate(), &GridDelegate::wordLibraryRequested, this, [this] {
+    auto *line = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+    std::wstring word;
+    if (line != nullptr && chooseWordText(word)) line->insert(toQString(word));
+  });
+  connect(&grid_->gridDelegate(), &GridDelegate::pickTextRequested, this, [this] {
+    QPointer<QLineEdit> line = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+    std::wstring text = L"Test1";
+    bool picked = false;
+    BeginEditorCommand();
+    picked = model_.PickTextForEditor(text);
+    CompleteEditorCommand();
+    if (picked && line) line->insert(toQString(text));
+  });
+  // The user's selection is the model's: the row commands and the word library act on it.
+  auto takeSelection = [this] {
+    if (loading_) return;
+    const CCellRange range = grid_->GetSelectedCellRange();
+    model_.Grid().SetSelectedRange(range.minRow, range.minCol, range.maxRow, range.maxCol);
+    const CCellID focus = grid_->GetFocusCell();
+    if (focus.IsValid()) model_.Grid().SetFocusCell(focus.row, focus.col);
+    gridDirty_ = false;  // the selection is shown already
+    refresh();
+  };
+  connect(grid_->selectionModel(), &QItemSelectionModel::selectionChanged, this, takeSelection);
+  connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this, takeSelection);
   connect(pageMode_, &QCheckBox::clicked, this, [this](bool checked) { model_.OnPageModeBox(checked); refresh(); });
   connect(pageBox_, &QLineEdit::returnPressed, this, [this] {
     model_.SetPageBoxText(toWString(pageBox_->text()));
@@ -182,6 +213,7 @@ void CreateCardDialog::setPickCard(std::function<void()> pickCard) {
 
 void CreateCardDialog::loadGrid() {
   gridDirty_ = false;
+  loading_ = true;
   const KrmGridCtrl& source = model_.Grid();
   const int rows = source.GetRowCount();
   const int cols = source.GetColumnCount();
@@ -218,6 +250,7 @@ void CreateCardDialog::loadGrid() {
   grid_->SetModified(source.GetModified() != 0);
   const KrmCellRange selected = source.GetSelectedCellRange();
   if (selected.IsValid() && selected.top < rows) grid_->SetSelectedRange(selected.top, selected.left, selected.bottom, selected.right);
+  loading_ = false;
 }
 
 void CreateCardDialog::refresh() {

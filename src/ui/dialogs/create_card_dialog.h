@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <functional>
+#include <string>
 
 #include "editor/exchange_dialogs.h"
 #include "host/ge/qage_point3d.h"
@@ -99,6 +100,8 @@ class CreateCardDialog : public CResizeDlg {
   void exportFile(bool sheet);
   void preview(bool all);
   QString chooseFile(bool sheet, bool save);
+  // The word library's chooser; true with the chosen phrase.
+  bool chooseWordText(std::wstring &word);
 
   KrmDlgCreateCrd &model_;
   const UiStrings &strings_;

@@ -73,16 +73,19 @@ void CreateCardDialog::exportFile(bool sheet) {
   refresh();
 }
 
-void CreateCardDialog::chooseWord() {
+bool CreateCardDialog::chooseWordText(std::wstring& word) {
   CKrmWordLib library;
   if (auto* service = qaFindService<KrmStdService>(KRM_STD_SERVICE)) {
     library.SetLibPath(service->getCurrentWordLib(qaDocManager().workingDatabase()));
   }
-  std::wstring word;
-  const bool chosen = library.GetWord(word, [this](const std::vector<KrmWordCategory>& categories, std::wstring& out) {
+  return library.GetWord(word, [this](const std::vector<KrmWordCategory>& categories, std::wstring& out) {
     return RunWordChooser(categories, out, strings_, this);
   });
-  if (!chosen) return;
+}
+
+void CreateCardDialog::chooseWord() {
+  std::wstring word;
+  if (!chooseWordText(word)) return;
   model_.InsertWord(word);
   gridDirty_ = true;
   refresh();

@@ -243,6 +243,15 @@ TEST_F(CardEditorWindow, FinishInCreateModeGeneratesTheCard) {
   EXPECT_FALSE(document.lastCardIds.empty());
 }
 
+TEST_F(CardEditorWindow, TheCellTheUserSelectsIsTheModelsSelection) {
+  window->grid().setCurrentIndex(window->grid().gridModel().indexOf(1, 2));
+  const KrmCellRange selected = model->Grid().GetSelectedCellRange();
+  EXPECT_EQ(selected.top, 1);
+  EXPECT_EQ(selected.left, 2);
+  EXPECT_EQ(model->Grid().GetFocusCell().first, 1);
+  EXPECT_EQ(model->Grid().GetFocusCell().second, 2);
+}
+
 TEST_F(CardEditorWindow, CancelOfAnUnchangedCardClosesWithoutAsking) {
   Click("cancel");
   EXPECT_EQ(model->GetEnd(), KrmDlgCreateCrd::End::kCancel);
