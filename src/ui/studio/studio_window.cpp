@@ -24,6 +24,7 @@
 #include "host/svc/krm_reg_service.h"
 #include "shell/krm_authoring_dialogs.h"
 #include "shell/krm_command_table.h"
+#include "ui/dialogs/cell_descriptor_dialog.h"
 #include "ui/dialogs/studio_authoring_dialogs.h"
 #include "shell/krm_host_session.h"
 #include "ui/studio/command_line.h"
@@ -38,6 +39,7 @@ namespace {
 
 constexpr int kMaxRecent = 8;
 constexpr wchar_t kSettingsKey[] = L"TabulonStudio";
+constexpr wchar_t kStudioGroup[] = L"TABULON_STUDIO";
 
 QString pathText(const std::filesystem::path &path) { return QString::fromStdString(path.string()); }
 
@@ -49,6 +51,13 @@ StudioWindow::StudioWindow(const UiStrings &strings, QWidget *parent) : QMainWin
   io_ = new StudioUserIO(*line_, strings_, this, this);
   session_ = std::make_unique<KrmHostSession>(*io_);
   qaServiceDictionary().atPut(KRM_AUTHORING_DIALOGS, std::make_unique<StudioAuthoringDialogs>(this, strings_));
+  // The studio's own command: the cell description of an attribute block picked in the drawing.
+  qaedCommandStack().addCommand(kStudioGroup, L"KrmCellDesc", L"单元描述", 0, [this] {
+    CellDescriptorForm form;
+    if (!form.PickBlock().ok()) return 0;
+    CellDescriptorDialog dialog(form, strings_, this);
+    return dialog.exec() == QDialog::Accepted ? 1 : 0;
+  });
 
   tabs_ = new QTabWidget(this);
   tabs_->setDocumentMode(true);
@@ -94,6 +103,7 @@ StudioWindow::StudioWindow(const UiStrings &strings, QWidget *parent) : QMainWin
 StudioWindow::~StudioWindow() {
   io_->answerCancel();
   qaServiceDictionary().remove(KRM_AUTHORING_DIALOGS);
+  qaedCommandStack().removeGroup(kStudioGroup);
   // The views go before the documents they show; the session closes the documents.
   tabs_->clear();
   documents_.clear();
