@@ -6,6 +6,7 @@
 #include "authoring/make_table_model.h"
 #include "host/rx/qarx_system_registry.h"
 #include "shell/krm_authoring_dialogs.h"
+#include "shell/krm_card_creator.h"
 #include "shell/krm_card_editor.h"
 #include "drawing/placed_card_find.h"
 
@@ -61,10 +62,9 @@ int KrmMakeCard() {
   });
 }
 
-// Choosing a card template and filling it: the library dialog and the editor come
-// with their subsystems.
+// Choosing a card template and filling it (krm_card_creator.h).
 int KrmCreateCard() {
-  return KrmRunFramed([] { return 0; });
+  return KrmRunFramed([] { return KrmCreateCardRun(); });
 }
 
 // Picking a placed card and editing it (krm_card_editor.h).

@@ -526,6 +526,14 @@ bool CGridCtrl::edit(const QModelIndex &index, EditTrigger trigger, QEvent *even
   return opened;
 }
 
+void CGridCtrl::EndEditing() {
+  if (!editing_.IsValid()) return;
+  QWidget *editor = indexWidget(model_->indexOf(editing_.row, editing_.col));
+  if (editor == nullptr) return;
+  commitData(editor);
+  closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
 void CGridCtrl::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) {
   const CCellID cell = editing_;
   editing_ = {};

@@ -132,6 +132,9 @@ class CGridCtrl : public QTableView {
   // (-1, -1): the grid-wide flag; else the cell's modified state.
   bool GetModified(int row = -1, int col = -1) const;
   void SetModified(bool modified, int row = -1, int col = -1);
+  // Ends an open cell editor as a loss of focus does: its text is kept and notified.
+  void EndEditing();
+  bool IsEditing() const { return editing_.IsValid(); }
   void SetEditable(bool editable);
   bool IsEditable() const { return editable_; }
   // 0 none, 1 horizontal, 2 vertical, 3 both.

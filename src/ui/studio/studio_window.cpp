@@ -27,6 +27,8 @@
 #include "ui/dialogs/cell_descriptor_dialog.h"
 #include "ui/dialogs/studio_authoring_dialogs.h"
 #include "shell/krm_host_session.h"
+#include "ui/dialogs/card_editor_services.h"
+#include "ui/dialogs/create_card_dialog.h"
 #include "ui/studio/command_line.h"
 #include "ui/studio/studio_document.h"
 #include "ui/studio/studio_user_io.h"
@@ -58,6 +60,7 @@ StudioWindow::StudioWindow(const UiStrings &strings, QWidget *parent) : QMainWin
     CellDescriptorDialog dialog(form, strings_, this);
     return dialog.exec() == QDialog::Accepted ? 1 : 0;
   });
+  setCardDialogSetup({});
 
   tabs_ = new QTabWidget(this);
   tabs_->setDocumentMode(true);
@@ -104,10 +107,24 @@ StudioWindow::~StudioWindow() {
   io_->answerCancel();
   qaServiceDictionary().remove(KRM_AUTHORING_DIALOGS);
   qaedCommandStack().removeGroup(kStudioGroup);
+  qaServiceDictionary().remove(KRM_CARD_EDITOR);
+  qaServiceDictionary().remove(KRM_CARD_CREATOR);
   // The views go before the documents they show; the session closes the documents.
   tabs_->clear();
   documents_.clear();
   session_.reset();
+}
+
+void StudioWindow::setCardDialogSetup(CardDialogSetup setup) {
+  // The card editor's previews zoom the view to the area shown, before `setup` runs.
+  CardDialogSetup full = [this, setup = std::move(setup)](CreateCardDialog &dialog) {
+    dialog.setShowArea([this](const QaGePoint3d &lower, const QaGePoint3d &upper) {
+      if (DrawingView *view = currentView()) view->zoomToWindow(WorldBox{lower.x, lower.y, upper.x, upper.y});
+    });
+    if (setup) setup(dialog);
+  };
+  qaServiceDictionary().atPut(KRM_CARD_EDITOR, std::make_unique<StudioCardEditor>(strings_, this, full));
+  qaServiceDictionary().atPut(KRM_CARD_CREATOR, std::make_unique<StudioCardCreator>(strings_, this, full));
 }
 
 void StudioWindow::buildActions() {

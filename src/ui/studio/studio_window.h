@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "host/svc/result.h"
+#include "ui/dialogs/card_editor_services.h"
 
 class QaApDocument;
 class KrmHostSession;
@@ -52,6 +53,10 @@ class StudioWindow : public QMainWindow {
   // scriptFinished. Message boxes answer by themselves while it runs.
   void runScript(const QStringList &lines);
   bool scriptRunning() const { return scriptRunning_; }
+
+  // Publishes the card editor of the card commands; `setup` gets each of its windows
+  // before it runs (tests drive them through it).
+  void setCardDialogSetup(CardDialogSetup setup);
 
   Status undo();
   Status redo();
