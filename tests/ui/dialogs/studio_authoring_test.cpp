@@ -15,6 +15,7 @@
 
 #include "authoring/authoring_test_support.h"
 #include "host/svc/scoped_env.h"
+#include "host/svc/tabulon_paths.h"
 #include "modal_script.h"
 #include "support/test_support.h"
 #include "ui/dialogs/load_cards_dialog.h"
@@ -47,6 +48,7 @@ class StudioAuthoring : public ::testing::Test {
  protected:
   void SetUp() override {
     env.set("TABULON_HOME", home.path().string());
+    tabulon::svc::setLibraryOverride({});  // a demo run earlier may have left its library
     tabulon::test::writeFile(home / "tabulon.ini", "[Paths]\nLocale=en\nLibrary=" + lib.path().string() + "\n");
     QaDbDatabase db;
     authtest::DrawForm(db);
