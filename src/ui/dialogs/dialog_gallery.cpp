@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QTimer>
 
+#include <algorithm>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -13,12 +14,12 @@
 #include "authoring/make_card_model.h"
 #include "authoring/make_table_model.h"
 #include "authoring/sel_sgl_model.h"
-#include "host/svc/krm_card_root.h"
 #include "editor/krm_dlg_create_crd.h"
 #include "editor/row_page_dialogs.h"
 #include "host/ap/krm_doc_value.h"
 #include "host/ap/qaap_doc_manager.h"
 #include "host/db/qadb.h"
+#include "host/svc/krm_card_root.h"
 #include "host/svc/krm_reg_service.h"
 #include "ui/dialogs/card_out_dialog.h"
 #include "ui/dialogs/cell_descriptor_dialog.h"
@@ -30,6 +31,7 @@
 #include "ui/dialogs/sel_sgl_dialog.h"
 #include "ui/studio/studio_user_io.h"
 #include "ui/studio/studio_window.h"
+#include "ui/ui_strings.h"
 
 namespace tabulon::ui {
 
@@ -159,14 +161,34 @@ Result<std::vector<std::string>> SaveDialogGallery(StudioWindow &window, const U
     if (Status status = snap(dialog, "KrmDlgCellDesc"); !status.ok()) return status.error();
   }
   {
-    // The card editor in create mode on the first card of the library.
-    KrmLoadCardsModel cards(root, L".crd");
-    KrmRegService settings;
-    KrmDlgCreateCrd model(&settings, KrmCurDocValue());
-    if (TakeFirst(cards)) model.LoadTemplate(root + cards.selectedFolder() + cards.SelectedFileName());
-    CreateCardDialog dialog(model, strings, &window);
-    dialog.resize(1000, 600);
-    if (Status status = snap(dialog, "KrmDlgCreateCrd"); !status.ok()) return status.error();
+    // The card editor in create mode on the first card, with a few rows typed.
+    KrmLoadCardsModel library(root, L".crd");
+    if (TakeFirst(library)) {
+      KrmRegService settings;
+      KrmDlgCreateCrd model(&settings, KrmCurDocValue());
+      if (model.LoadTemplate(root + library.selectedFolder() + library.SelectedFileName()) == 1) {
+        CreateCardDialog dialog(model, strings, &window);
+        dialog.resize(900, 480);
+        KrmCardData data;
+        model.GetCardData(data);
+        model.SelectTab(data.GetBaseGrid());
+        const int last = std::min(2, model.Grid().GetColumnCount() - 1);
+        for (int r = 1; r <= 3; ++r) {
+          if (r > 1) model.AddRow();
+          model.Grid().SetItemText(r, last, strings.wtext(9490, L"车外圆") + std::to_wstring(r));
+          model.OnGridEndEdit(r, last);
+        }
+        dialog.refresh();
+        dialog.show();
+        dialog.resize(900, 480);
+        QApplication::processEvents();
+        const auto file = dir / "KrmDlgCreateCrd.png";
+        const bool saved = dialog.grab().save(QString::fromStdString(file.string()), "PNG");
+        dialog.hide();
+        if (!saved) return Error{"cannot write the picture", file.string(), 0, "png"};
+        written.push_back(file.filename().string());
+      }
+    }
   }
   // The small dialogs of the card editor, each shown modal as the editor shows it.
   const auto modal = [&](const std::string &name, const std::function<void()> &run) -> Status {

@@ -290,6 +290,9 @@ TEST_F(WholeCircle, FormToTablesToCardCreatedEditedAndUpdated) {
 
   // Edit: the second row changes and a tenth row is added.
   drive = [](CreateCardDialog& d) {
+    // Edit mode offers what only a placed card has.
+    EXPECT_FALSE(d.button(QStringLiteral("updateDrawing"))->isHidden());
+    EXPECT_FALSE(d.button(QStringLiteral("pickCard"))->isHidden());
     SelectTab(d, QStringLiteral("ROW"));
     const int step = Column(d, QStringLiteral("工序"));
     TypeInto(d, 2, step, QStringLiteral("step2 changed"), Qt::Key_Tab);
