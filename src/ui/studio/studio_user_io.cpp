@@ -64,7 +64,7 @@ void StudioUserIO::connectView() {
 void StudioUserIO::print(std::wstring_view text) { line_.appendText(toQString(text)); }
 
 QaEdInput StudioUserIO::request(const QaEdRequest &request) {
-  if (waiting()) return QaEdInput::cancel();  // one question at a time
+  if (loop_) return QaEdInput::cancel();  // one question at a time
   request_ = request;
   answer_.reset();
   selection_.clear();
@@ -91,7 +91,7 @@ QaEdInput StudioUserIO::request(const QaEdRequest &request) {
 }
 
 void StudioUserIO::finish(QaEdInput input) {
-  if (!waiting() || answer_) return;
+  if (!waiting()) return;
   answer_ = std::move(input);
   loop_->quit();
 }
