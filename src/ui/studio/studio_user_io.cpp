@@ -174,7 +174,7 @@ void StudioUserIO::addToSelection(const std::vector<QaDbObjectId> &ids) {
 void StudioUserIO::pointPicked(QPointF world) {
   if (!waiting()) return;
   const QString typed = QStringLiteral("%1,%2").arg(world.x(), 0, 'g', 12).arg(world.y(), 0, 'g', 12);
-  line_.appendText(typed);
+  line_.appendAnswer(typed);
   if (request_.kind == QaEdRequest::Kind::Point) finish(QaEdInput::ofPoint(toPoint3d(world)));
 }
 

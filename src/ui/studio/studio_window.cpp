@@ -439,7 +439,7 @@ void StudioWindow::feedScript() {
   }
   const QString line = script_.takeFirst();
   if (io_->waiting()) {
-    line_->appendText(line);
+    line_->appendAnswer(line);
     io_->answerText(line);
   } else {
     line_->appendText(QStringLiteral("\n") + strings_.text(9001, L"命令:") + QLatin1Char(' ') + line);
