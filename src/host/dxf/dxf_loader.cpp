@@ -625,12 +625,36 @@ namespace {
 
 // Reads the whole source into a scratch database, and only when that worked
 // makes it the content of `db`.
+// Messages about a binary file name the byte offset of the tag, not the line of
+// the text made of it.
+DxfError locatedInBinary(const DxfSource& source, const DxfError& e) {
+  const std::size_t offset = source.binaryOffsetOfLine(e.line());
+  std::string where = offset == std::string::npos ? std::string() : " (at byte offset " + std::to_string(offset) + ")";
+  return DxfError(e.file(), 0, e.groupCode(), e.message() + where);
+}
+
+void relocateFindings(const DxfSource& source, DxfAuditReport& audit) {
+  DxfAuditReport located;
+  for (const DxfFinding& f : audit.findings()) {
+    const std::size_t offset = source.binaryOffsetOfLine(f.line);
+    located.add(0, offset == std::string::npos ? f.message : f.message + " (at byte offset " + std::to_string(offset) + ")");
+  }
+  audit = std::move(located);
+}
+
 void loadSource(std::shared_ptr<DxfSource> source, QaDbDatabase& db, DxfLoadInfo* info) {
   const std::string fileName = source->fileName();
+  const std::shared_ptr<const DxfSource> keep = source;
   DxfLoaderState state(std::move(source));
-  state.parse();
   QaDbDatabase scratch(false);
-  state.commit(scratch);
+  try {
+    state.parse();
+    state.commit(scratch);
+  } catch (const DxfError& e) {
+    if (!keep->isBinary()) throw;
+    throw locatedInBinary(*keep, e);
+  }
+  if (keep->isBinary()) relocateFindings(*keep, state.info().audit);
   scratch.adoptArena(state.takeArena());
   scratch.setFilename(fileName == "-" ? std::filesystem::path() : std::filesystem::path(fileName));
   db.swap(scratch);
@@ -650,7 +674,14 @@ void dxfLoadFile(const std::filesystem::path& path, QaDbDatabase& db, DxfLoadInf
     dxfLoad(std::move(bytes), name, db, info);
     return;
   }
-  loadSource(std::make_shared<DxfSource>(name, DxfFileBuffer::read(path)), db, info);
+  std::shared_ptr<DxfSource> source;
+  {
+    DxfFileBuffer file = DxfFileBuffer::read(path);
+    // A binary file is held as the text made of it: its bytes go before loading.
+    if (dxfIsBinary(file.bytes())) source = std::make_shared<DxfSource>(name, std::string(file.bytes()));
+    else source = std::make_shared<DxfSource>(name, std::move(file));
+  }
+  loadSource(std::move(source), db, info);
 }
 
 }  // namespace tabulon::dxf
