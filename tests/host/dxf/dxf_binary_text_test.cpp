@@ -129,18 +129,17 @@ TEST(DxfBinaryText, DamagedFilesFailNamingFileOffsetAndGroupCode) {
 TEST(DxfBinaryText, ValuesBecomeTheTextTheirAsciiFormHas) {
   // R12 layout: one-byte codes, 255 escaping a two-byte one.
   std::string bin("AutoCAD Binary DXF\r\n\x1a\0", 22);
-  auto code1 = [&](int c) { bin += static_cast<char>(c); };
-  auto text = [&](std::string_view s) { bin.append(s).push_back('\0'); };
-  code1(0), text("SECTION");
-  code1(1), text("two\nlines");
-  code1(40);
-  const double half = 2.0;
-  bin.append(reinterpret_cast<const char*>(&half), 8);
-  code1(70), bin.append("\xFE\xFF", 2);  // -2
-  code1(255), bin.append("\xE8\x03", 2), text("APP");  // 1000
-  code1(255), bin.append("\xEC\x03", 2), bin.append("\x02\x0A\xFF", 3);  // 1004, two bytes
-  code1(0), text("EOF");
-  code1(0), text("ignored after EOF");
+  auto tag = [&](std::string_view code, std::string_view value) { bin.append(code).append(value); };
+  auto text = [](std::string_view s) { return std::string(s) + '\0'; };
+  const double two = 2.0;
+  tag(std::string_view("\x00", 1), text("SECTION"));
+  tag("\x01", text("two\nlines"));
+  tag("\x28", std::string_view(reinterpret_cast<const char*>(&two), 8));  // 40
+  tag("\x46", "\xFE\xFF");                                               // 70: -2
+  tag("\xFF\xE8\x03", text("APP"));                                      // 255, then 1000
+  tag("\xFF\xEC\x03", "\x02\x0A\xFF");                                 // 1004: two bytes
+  tag(std::string_view("\x00", 1), text("EOF"));
+  tag(std::string_view("\x00", 1), text("ignored after EOF"));
   const DxfBinaryText t = dxfBinaryToText(bin, "t.dxf");
   EXPECT_EQ(t.text, "  0\nSECTION\n  1\ntwo^Jlines\n 40\n2.0\n 70\n-2\n1000\nAPP\n1004\n0AFF\n  0\nEOF\n");
   ASSERT_EQ(t.tagOffsets.size(), 7u);
