@@ -1,6 +1,7 @@
 // `tabulon info DRAWING [--json]`: what a drawing holds, by DXF type in model
-// space and each block (external references named as such), its groups, extended data applications, text styles,
-// version and encoding, and the repairs made while reading it.
+// space and each block (external references named as such), its groups,
+// extended data applications, text styles, version and encoding, and the
+// repairs made while reading it.
 #include <iostream>
 #include <map>
 #include <memory>
@@ -114,8 +115,8 @@ void PrintText(const DrawingInfo& info, std::ostream& out) {
   for (const auto& b : info.blocks) {
     std::string what = b.name == "*Model_Space" ? std::string("model space")
                        : b.name == "*Paper_Space" ? std::string("paper space")
-                       : b.externalReference      ? std::string(b.overlay ? "external reference (overlay) " : "external reference ") +
-                                                   b.name + (b.path.empty() ? "" : " to " + b.path)
+                       : b.externalReference      ? (b.overlay ? "external reference (overlay) " : "external reference ") +
+                                                        b.name + (b.path.empty() ? "" : " to " + b.path)
                                                   : "block " + b.name;
     out << what << ": " << b.total
         << (b.total == 1 ? " entity\n" : " entities\n");

@@ -37,7 +37,8 @@ class BinaryReader {
       tagStart_ = pos_;
       out_.tagOffsets.push_back(tagStart_);
       const unsigned code = readCode();
-      if (!isKnownCode(code)) fail(static_cast<int>(code), "group code " + std::to_string(code) + " is no DXF group code");
+      if (!isKnownCode(code))
+        fail(static_cast<int>(code), "group code " + std::to_string(code) + " is no DXF group code");
       writeCode(code);
       const bool eof = readValue(code);
       out_.text += '\n';
@@ -48,14 +49,16 @@ class BinaryReader {
 
  private:
   [[noreturn]] void fail(int code, const std::string& what) const {
+    const std::size_t tag = std::max<std::size_t>(out_.tagOffsets.size(), 1);  // 1-based
     throw DxfError(fileName_, 0, code < 0 ? DxfError::kNoGroupCode : code,
-                   "binary DXF: " + what + " (tag " + std::to_string(std::max<std::size_t>(out_.tagOffsets.size(), 1)) + " at byte offset " +
+                   "binary DXF: " + what + " (tag " + std::to_string(tag) + " at byte offset " +
                        std::to_string(tagStart_) + ")");
   }
 
   const unsigned char* take(std::size_t n, int code) {
     if (bytes_.size() - pos_ < n)
-      fail(code, code < 0 ? "the file ends inside a group code" : "the file ends inside the value of group code " + std::to_string(code));
+      fail(code, code < 0 ? std::string("the file ends inside a group code")
+                          : "the file ends inside the value of group code " + std::to_string(code));
     const auto* p = reinterpret_cast<const unsigned char*>(bytes_.data() + pos_);
     pos_ += n;
     return p;

@@ -623,8 +623,6 @@ void DxfLoaderState::readObjects(DxfSectionReader& sections) {
 
 namespace {
 
-// Reads the whole source into a scratch database, and only when that worked
-// makes it the content of `db`.
 // Messages about a binary file name the byte offset of the tag, not the line of
 // the text made of it.
 DxfError locatedInBinary(const DxfSource& source, const DxfError& e) {
@@ -637,11 +635,14 @@ void relocateFindings(const DxfSource& source, DxfAuditReport& audit) {
   DxfAuditReport located;
   for (const DxfFinding& f : audit.findings()) {
     const std::size_t offset = source.binaryOffsetOfLine(f.line);
-    located.add(0, offset == std::string::npos ? f.message : f.message + " (at byte offset " + std::to_string(offset) + ")");
+    located.add(0, offset == std::string::npos ? f.message
+                                               : f.message + " (at byte offset " + std::to_string(offset) + ")");
   }
   audit = std::move(located);
 }
 
+// Reads the whole source into a scratch database, and only when that worked
+// makes it the content of `db`.
 void loadSource(std::shared_ptr<DxfSource> source, QaDbDatabase& db, DxfLoadInfo* info) {
   const std::string fileName = source->fileName();
   const std::shared_ptr<const DxfSource> keep = source;
