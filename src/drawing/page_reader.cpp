@@ -17,21 +17,6 @@
 
 namespace {
 
-KrmLoadGroup blankPage(const KrmPlacedCard& card) {
-  KrmLoadGroup page;
-  page.blockName = card.baseBlockName;
-  page.colNames = card.baseColNames;
-  page.fillOrder = card.baseFillOrder;
-  for (const KrmLoadGrid& grid : card.otherGrids) {
-    KrmLoadTAtt cls;
-    cls.blockName = grid.blockName;
-    cls.colNames = grid.colNames;
-    cls.fillOrder = grid.fillOrder;
-    page.otherClasses.push_back(std::move(cls));
-  }
-  return page;
-}
-
 void sortByRowIndex(std::vector<KrmLoadAtt>& refs) {
   std::stable_sort(refs.begin(), refs.end(),
                    [](const KrmLoadAtt& a, const KrmLoadAtt& b) { return a.rowIndex < b.rowIndex; });
@@ -49,6 +34,21 @@ KrmLoadAtt loadAttOf(const QaDbBlockReference& reference, const KrmCardTag& tag,
 
 }  // namespace
 
+KrmLoadGroup BlankPageOf(const KrmPlacedCard& card) {
+  KrmLoadGroup page;
+  page.blockName = card.baseBlockName;
+  page.colNames = card.baseColNames;
+  page.fillOrder = card.baseFillOrder;
+  for (const KrmLoadGrid& grid : card.otherGrids) {
+    KrmLoadTAtt cls;
+    cls.blockName = grid.blockName;
+    cls.colNames = grid.colNames;
+    cls.fillOrder = grid.fillOrder;
+    page.otherClasses.push_back(std::move(cls));
+  }
+  return page;
+}
+
 int ReadPageGroups(QaDbDatabase& database, const std::wstring& cardCode, KrmPlacedCard& card) {
   std::vector<KrmLoadGroup> found;
   {
@@ -61,7 +61,7 @@ int ReadPageGroups(QaDbDatabase& database, const std::wstring& cardCode, KrmPlac
         KrmCardTag tag;
         ReadCardTagOfGroup(group.object(), tag);
         if (tag.cardCode != cardCode) continue;
-        KrmLoadGroup page = blankPage(card);
+        KrmLoadGroup page = BlankPageOf(card);
         page.pageIndex = tag.entityIndex;
         page.groupId = group->objectId();
         found.push_back(std::move(page));

@@ -10,6 +10,10 @@
 class QaDbBlockReference;
 class QaDbDatabase;
 
+// A page record with no entities: the base class and one class per entry of otherGrids,
+// as `card` describes them.
+KrmLoadGroup BlankPageOf(const KrmPlacedCard& card);
+
 // Appends one page per group of `database` whose card record carries `cardCode`
 // (groups without a card record never match), with the classes of `card` (base fields
 // and otherGrids), sorts the pages by pageIndex (stable), then reads each page's

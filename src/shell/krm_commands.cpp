@@ -1,12 +1,12 @@
 #include "shell/krm_commands.h"
 
 #include "shell/bom_card_export.h"
+#include "shell/krm_card_editor.h"
+#include "drawing/placed_card_find.h"
 
 #include "host/db/qadb_block_reference.h"
 #include "host/db/qadb_block_table_record.h"
 #include "host/db/qadb_open.h"
-#include "host/ed/qaed_result_codes.h"
-#include "host/ed/qaed_selection.h"
 #include "host/ed/qaut_printf.h"
 #include "host/rx/qa_lang_resource.h"
 #include "host/svc/krm_card_root.h"
@@ -39,9 +39,9 @@ int KrmCreateCard() {
   return KrmRunFramed([] { return 0; });
 }
 
-// Picking a placed card and editing it: comes with the re-edit subsystem.
+// Picking a placed card and editing it (krm_card_editor.h).
 int KrmCardEdit() {
-  return KrmRunFramed([] { return 0; });
+  return KrmRunFramed([] { return KrmCardEditFrom(nullptr); });
 }
 
 // A card from the drawing's bill of materials (bom_card_export.h).
@@ -55,12 +55,7 @@ std::wstring KrmStripBlockPrefix(const std::wstring& name) {
   return result;
 }
 
-std::vector<QaDbObjectId> KrmPickEntities(const std::wstring& prompt) {
-  qautPrint(prompt);
-  QaEdSelectionSet selection;
-  if (selection.select() != RTNORM) return {};
-  return selection.ids();
-}
+std::vector<QaDbObjectId> KrmPickEntities(const std::wstring& prompt) { return PickEntities(prompt); }
 
 int KrmDelBlkID() {
   const auto picked = KrmPickEntities(KrmLoadString(105, L"\n请选择整个卡片实体/R移除实体:"));

@@ -4,8 +4,9 @@
 // its work, 0 otherwise.
 //
 // The dialog commands end after their framing until the subsystems behind them exist:
-// KrmMakeTbl and KrmMakeCard (template authoring), KrmCreateCard (library and editor),
-// KrmCardEdit (re-edit). KrmBomCardExp runs the bill-of-materials export.
+// KrmMakeTbl and KrmMakeCard (template authoring), KrmCreateCard (library and editor).
+// KrmCardEdit hands a picked card to the published editor (krm_card_editor.h);
+// KrmBomCardExp runs the bill-of-materials export.
 #pragma once
 
 #include "host/db/qadb_object_id.h"

@@ -9,7 +9,10 @@
 #include "host/svc/tabulon_paths.h"
 #include "host/svc/utf8.h"
 #include "shell/krm_command_table.h"
+#include "shell/krm_data_card_editor.h"
 #include "shell/krm_host_session.h"
+#include "host/rx/qarx_system_registry.h"
+#include "placed_card_cli.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -91,6 +94,8 @@ void runPluginCommand(const PluginRun& run) {
     throw CliError("no such drawing: " + run.drawing);
   }
 
+  // The card editor of this program: the rows of the data files, confirmed at once.
+  const auto tables = ReadDataOptions(run.data);
   std::vector<std::wstring> answers;
   for (const auto& a : run.answers) answers.push_back(tabulon::svc::fromUtf8(a));
   QaEdScriptedIO io(std::move(answers));
@@ -103,7 +108,16 @@ void runPluginCommand(const PluginRun& run) {
   const auto command = tabulon::svc::fromUtf8(run.command);
   if (!qaedCommandStack().lookupCmd(command))
     throw CliError("unknown command \"" + run.command + "\"; the plug-in has " + knownCommands());
+  auto editor = std::make_unique<KrmDataCardEditor>(tables);
+  const KrmDataCardEditor& edits = *editor;
+  qaServiceDictionary().atPut(KRM_CARD_EDITOR, std::move(editor));
+  struct EditorScope {
+    ~EditorScope() { qaServiceDictionary().remove(KRM_CARD_EDITOR); }
+  } editorScope;
   const auto result = session.runCommand(command);
+  if (edits.lastError()) throw CliError("the card was not changed: " + edits.lastError()->describe());
+  if (!run.data.empty() && edits.editCount() == 0)
+    throw CliError("--data is for the card editor, which the command " + run.command + " did not open");
   if (!io.transcript().empty() && io.transcript().back() != L'\n') transcript << "\n";
   if (!result) throw CliError("the command " + run.command + " failed");
   if (run.commandResult) *run.commandResult = *result;

@@ -15,6 +15,7 @@ struct PluginRun {
   std::string output;                // "" saves in place (when something changed), "-" to standard output
   std::string library;               // card root override, "" for the configured one
   int* commandResult = nullptr;      // when set, receives the command's answer (1 done, 0 not)
+  std::vector<std::string> data;     // BLOCK=FILE: the rows the card editor takes (KrmCardEdit)
 };
 
 // Runs it; the command-line transcript goes to standard output (to standard error when

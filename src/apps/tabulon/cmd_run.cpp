@@ -13,6 +13,8 @@ const CliCommand registration(50, [](CLI::App& app, GlobalOptions& globals) {
   sub->add_option("command", run->command, "the command, e.g. KrmDelBlkID")->required();
   sub->add_option("-a,--answer", run->answers, std::string("an answer (repeat in order); ") + kAnswerSyntaxHelp)
       ->allow_extra_args(false);
+  sub->add_option("-d,--data", run->data,
+                  "rows the card editor takes for a block, BLOCK=FILE (KrmCardEdit; none: the card is confirmed unchanged)");
   sub->add_option("-o,--output", run->output, "where to save the drawing (default: in place when changed; - for standard output)");
   sub->footer(std::string("With the answers used up, every further question is cancelled."));
   sub->callback([run, &globals] {
