@@ -1,6 +1,11 @@
 #include "shell/krm_commands.h"
 
 #include "shell/bom_card_export.h"
+
+#include "authoring/make_card_model.h"
+#include "authoring/make_table_model.h"
+#include "host/rx/qarx_system_registry.h"
+#include "shell/krm_authoring_dialogs.h"
 #include "shell/krm_card_editor.h"
 #include "drawing/placed_card_find.h"
 
@@ -23,14 +28,37 @@ int KrmRunFramed(const std::function<int()>& body) {
   return body();
 }
 
-// Template authoring of a table: its dialog comes with the authoring subsystem.
-int KrmMakeTbl() {
-  return KrmRunFramed([] { return 0; });
+QARX_DEFINE_MEMBERS(KrmAuthoringDialogs, QaRxObject, L"")
+
+namespace {
+
+// The authoring dialogs of the program, or null with a line that says where to turn.
+KrmAuthoringDialogs* AuthoringDialogs() {
+  auto* dialogs = qaFindService<KrmAuthoringDialogs>(KRM_AUTHORING_DIALOGS);
+  if (dialogs == nullptr) qautPrint(KrmLoadString(411, L"\n此程序没有模板对话框,请使用 tabulon make-table 或 make-card"));
+  return dialogs;
 }
 
-// Template authoring of a card: its dialog comes with the authoring subsystem.
+}  // namespace
+
+// Template authoring of a table, in the dialog on a fresh model.
+int KrmMakeTbl() {
+  return KrmRunFramed([] {
+    KrmAuthoringDialogs* dialogs = AuthoringDialogs();
+    if (dialogs == nullptr) return 0;
+    KrmMakeTblModel model(KrmCardRoot());
+    return dialogs->RunMakeTable(model) ? 1 : 0;
+  });
+}
+
+// Template authoring of a card, in the dialog on a fresh model.
 int KrmMakeCard() {
-  return KrmRunFramed([] { return 0; });
+  return KrmRunFramed([] {
+    KrmAuthoringDialogs* dialogs = AuthoringDialogs();
+    if (dialogs == nullptr) return 0;
+    KrmMakeCardModel model(KrmCardRoot());
+    return dialogs->RunMakeCard(model) ? 1 : 0;
+  });
 }
 
 // Choosing a card template and filling it: the library dialog and the editor come

@@ -3,8 +3,9 @@
 // plug-in's resource current, restored on every way out. Each answers 1 when it did
 // its work, 0 otherwise.
 //
-// The dialog commands end after their framing until the subsystems behind them exist:
-// KrmMakeTbl and KrmMakeCard (template authoring), KrmCreateCard (library and editor).
+// KrmMakeTbl and KrmMakeCard open the authoring dialogs that the program publishes
+// (krm_authoring_dialogs.h); without them they print where to turn and end.
+// KrmCreateCard ends after its framing until the library dialog and the editor exist.
 // KrmCardEdit hands a picked card to the published editor (krm_card_editor.h);
 // KrmBomCardExp runs the bill-of-materials export.
 #pragma once

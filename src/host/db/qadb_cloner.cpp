@@ -111,7 +111,14 @@ class QaDbCloner {
 
   // Adds `copy` under `owner` and lets the owner take it in; records the mapping.
   QaDbObjectId add(QaDbObjectId srcId, std::unique_ptr<QaDbObject> copy, QaDbObjectId owner) {
-    copy->remapIds(idsOnly(), dst_);
+    {
+      // The mapping without the source database, as idsOnly() gives it, but without
+      // copying it for every object added (that made copying n objects cost n^2).
+      QaDbDatabase* const orig = mapping_.origDb();
+      mapping_.setOrigDb(nullptr);
+      copy->remapIds(mapping_, dst_);
+      mapping_.setOrigDb(orig);
+    }
     QaDbObjectId id;
     if (dst_->addObject(std::move(copy), owner, id) != Qa::eOk) return QaDbObjectId();
     if (QaDbObject* o = owner.rawObject()) o->attachAdoptedChild(id);
