@@ -107,6 +107,7 @@ int main(int argc, char *argv[]) {
   const QString screenshot = parser.value(shot);
   auto finish = [&] {
     if (screenshot.isEmpty()) return;
+    QApplication::processEvents();  // layouts settle before the picture
     if (auto *view = window.currentView()) view->renderNow();
     if (!window.grab().save(screenshot, "PNG")) {
       std::fprintf(stderr, "tabulon-studio: cannot write %s\n", screenshot.toLocal8Bit().constData());

@@ -1,6 +1,7 @@
 // `tabulon info DRAWING [--json]`: what a drawing holds, by DXF type in model
-// space and each block, its groups, extended data applications, text styles,
-// version and encoding, and the repairs made while reading it.
+// space and each block (external references named as such), its groups,
+// extended data applications, text styles, version and encoding, and the
+// repairs made while reading it.
 #include <iostream>
 #include <map>
 #include <memory>
@@ -23,6 +24,9 @@ using svc::toUtf8;
 
 struct BlockCounts {
   std::string name;
+  bool externalReference = false;
+  bool overlay = false;
+  std::string path;  // of the drawing an external reference names
   std::map<std::string, int> types;
   int total = 0;
 };
@@ -57,6 +61,9 @@ DrawingInfo Describe(const std::string& path) {
       if (!btr || id.isErased()) continue;
       BlockCounts counts;
       counts.name = toUtf8(btr->name());
+      counts.externalReference = btr->isFromExternalReference();
+      counts.overlay = (btr->flags() & QaDbBlockTableRecord::kOverlay) != 0;
+      counts.path = toUtf8(btr->pathName());
       for (QaDbObjectId e : btr->liveEntityIds()) {
         QaDbObject* o = e.rawObject();
         if (!o) continue;
@@ -70,7 +77,8 @@ DrawingInfo Describe(const std::string& path) {
             }
       }
       bool layout = btr->isLayout();
-      if (!layout && counts.total == 0) continue;
+      // An external reference is named also when empty: its entities live in another drawing.
+      if (!layout && counts.total == 0 && !counts.externalReference) continue;
       if (counts.name == "*Model_Space" || counts.name == "*MODEL_SPACE") info.blocks.insert(info.blocks.begin(), counts);
       else info.blocks.push_back(counts);
     }
@@ -107,6 +115,8 @@ void PrintText(const DrawingInfo& info, std::ostream& out) {
   for (const auto& b : info.blocks) {
     std::string what = b.name == "*Model_Space" ? std::string("model space")
                        : b.name == "*Paper_Space" ? std::string("paper space")
+                       : b.externalReference      ? (b.overlay ? "external reference (overlay) " : "external reference ") +
+                                                        b.name + (b.path.empty() ? "" : " to " + b.path)
                                                   : "block " + b.name;
     out << what << ": " << b.total
         << (b.total == 1 ? " entity\n" : " entities\n");
@@ -131,7 +141,11 @@ void PrintJson(const DrawingInfo& info, std::ostream& out) {
   j["encoding"] = info.load.encoding;
   j["encodingReason"] = info.load.encodingReason;
   nlohmann::ordered_json blocks = nlohmann::ordered_json::object();
-  for (const auto& b : info.blocks) blocks[b.name] = {{"total", b.total}, {"types", b.types}};
+  for (const auto& b : info.blocks) {
+    blocks[b.name] = {{"total", b.total}, {"types", b.types}};
+    if (b.externalReference)
+      blocks[b.name]["externalReference"] = {{"path", b.path}, {"overlay", b.overlay}};
+  }
   j["blocks"] = blocks;
   nlohmann::ordered_json groups = nlohmann::ordered_json::array();
   for (const auto& g : info.groups)

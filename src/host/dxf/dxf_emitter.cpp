@@ -32,7 +32,7 @@ DxfEmitter::DxfEmitter(DxfWriteContext& ctx, const QaDbObject& object, std::stri
       break;
     }
   }
-  flat_ = !dxfVersionHasSubclasses(original_.source->version());
+  flat_ = !dxfVersionHasSubclasses(original_.source->version()) || dxfBodyIsFlat(original_.tags, original_.frame);
   const auto& tags = original_.tags;
   const auto& f = original_.frame;
   Segment lead{0, "", f.bodyBegin, f.bodyBegin};

@@ -9,14 +9,19 @@ namespace tabulon::dxf {
 
 namespace {
 
-// The frame of the object a span starts with, reading only its first tags.
-DxfObjectFrame headFrame(const DxfSource& source, DxfSpan span) {
+// The frame of the object a span starts with, reading only its first tags;
+// `marked` tells whether a subclass marker follows it.
+DxfObjectFrame headFrame(const DxfSource& source, DxfSpan span, bool& marked) {
   thread_local std::vector<DxfTag> tags;
   tags.clear();
+  marked = false;
   DxfTagReader reader = source.tags(span);
   DxfTag tag;
   while (reader.next(tag)) {
-    if (tags.size() > 0 && (tag.code == 100 || tag.code == 0)) break;
+    if (tags.size() > 0 && (tag.code == 100 || tag.code == 0)) {
+      marked = tag.code == 100;
+      break;
+    }
     tags.push_back(tag);
     if (tags.size() > 64 && tag.code != 330 && tag.code != 102 && tag.code != 360) break;
   }
@@ -37,8 +42,10 @@ bool dxfCanWriteVerbatim(const DxfWriteContext& ctx, const QaDbObject& object) {
   const auto* rec = dxfObjectRecordOf(object.dxfRecord());
   if (!rec || rec->span().empty()) return false;
   if (!dxfVersionHasSubclasses(rec->source().version())) return false;
-  DxfObjectFrame f = headFrame(rec->source(), rec->span());
-  if (f.handle != object.handle().value()) return false;
+  bool marked = false;
+  DxfObjectFrame f = headFrame(rec->source(), rec->span(), marked);
+  // Tags without subclass markers are rewritten with them.
+  if (!marked || f.handle != object.handle().value()) return false;
   QaDbObjectId owner = object.ownerId();
   if (f.owner != (owner.isNull() ? 0 : owner.handle().value())) return false;
   QaDbObjectId xdict = object.extensionDictionary();

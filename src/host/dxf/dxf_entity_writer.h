@@ -7,6 +7,8 @@
 #include "host/dxf/dxf_emitter.h"
 #include "host/dxf/dxf_write_context.h"
 
+#include <vector>
+
 namespace tabulon::dxf {
 
 void dxfWriteEntity(DxfWriteContext& ctx, const QaDbEntity& entity);
@@ -26,6 +28,13 @@ bool dxfWriteTextEntity(DxfWriteContext& ctx, const QaDbEntity& entity);
 bool dxfWritePolylineEntity(DxfWriteContext& ctx, const QaDbEntity& entity);
 bool dxfWriteReferenceEntity(DxfWriteContext& ctx, const QaDbEntity& entity);
 bool dxfWriteHatch(DxfWriteContext& ctx, const QaDbEntity& entity);
+
+// The VERTEX and SEQEND records of an original POLYLINE run, in order.
+struct DxfPolylineParts {
+  std::vector<DxfSpan> vertices;
+  DxfSpan seqend;
+};
+DxfPolylineParts dxfSplitPolylineRun(const DxfSource& source, DxfSpan run);
 
 // MTEXT contents as 3 chunks and a final 1, cut at character boundaries.
 void dxfWriteMTextContents(DxfEmitter& e, const std::wstring& contents);

@@ -79,6 +79,11 @@ void DxfLoaderState::parse() {
   if (ownerless_)
     info_.audit.add(firstOwnerless_, std::to_string(ownerless_) + (ownerless_ == 1 ? " object" : " objects") +
                                          " without an owner (group code 330); owners set from where they stand");
+  if (misplaced_)
+    info_.audit.add(firstMisplaced_, std::to_string(misplaced_) + (misplaced_ == 1 ? " entity" : " entities") +
+                                         " of the ENTITIES section named an owner other than model or paper space"
+                                         " (the first " + dxfFormatHandle(misplacedOwner_) +
+                                         "); put in the layout that group code 67 names");
   for (const DxfTag& c : sections.leadingComments()) doc_->leadingComments.push_back(toUtf8({c}).front().value);
   modelSpace();
   paperSpace();
@@ -389,7 +394,7 @@ void DxfLoaderState::readBlocks(DxfSectionReader& sections) {
       if (index < 0) index = blockRecordNamed(name);
       if (index < 0) {
         if (name.empty()) ctx_.fail(raw.tags[0], "BLOCK without a name (group code 2)");
-        if (!ctx_.flat())
+        if (!ctx_.flatFile())
           info_.audit.add(raw.line, "BLOCK \"" + ctx_.codec().encode(name) + "\" has no BLOCK_RECORD; one was made");
         index = makeBlockRecord(name, raw.line);
       }
@@ -482,7 +487,9 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
     if (type == "VERTEX") {
       noteHandle(raw.tags);
       DxfObjectFrame frame = dxfReadFrame(raw.tags, 1, raw.firstXData);
+      ctx_.markFlatObject(dxfBodyIsFlat(raw.tags, frame));
       dxfReadVertex(ctx_, raw.tags, frame, *static_cast<QaDb2dPolyline*>(pending_[openPolyline_].object.get()));
+      ctx_.markFlatObject(false);
       polylineEnd_ = raw.span.end;
       return;
     }
@@ -498,10 +505,14 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
   if (openInsert_ >= 0) {
     if (type == "ATTRIB") {
       DxfObjectFrame frame = dxfReadFrame(raw.tags, 1, raw.firstXData);
+      const bool flat = dxfBodyIsFlat(raw.tags, frame);
+      ctx_.markFlatObject(flat);
       DxfEntityRead read;
       dxfReadEntity(ctx_, raw.tags, frame, read);
+      ctx_.markFlatObject(false);
       read.entity->setDxfRecord(std::make_unique<DxfObjectRecord>(source_, raw.span));
-      bool repaired = read.repaired;
+      // An attribute in the flat form of a later file is written from its fields.
+      bool repaired = read.repaired || (flat && !ctx_.flatFile());
       int name = internName(read.name), name2 = internName(read.name2);
       int index = addPending(std::move(read.entity), raw, frame, DxfRole::Attribute, openInsert_,
                              read.hasRefs ? &read.refs : nullptr);
@@ -531,7 +542,8 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
   }
 
   DxfObjectFrame frame = dxfReadFrame(raw.tags, 1, raw.firstXData);
-  if (ctx_.flat() && frame.handle == 0) {
+  const bool flat = dxfBodyIsFlat(raw.tags, frame);
+  if (flat && frame.handle == 0) {
     // R12 writers put the handle of an entity anywhere among its tags.
     for (std::size_t i = frame.bodyBegin; i < frame.xdataBegin; ++i)
       if (raw.tags[i].code == 5) {
@@ -540,23 +552,28 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
       }
   }
   DxfEntityRead read;
+  ctx_.markFlatObject(flat);
   dxfReadEntity(ctx_, raw.tags, frame, read);
+  ctx_.markFlatObject(false);
   if (type == "INSERT") read.entity->setDxfRecord(std::make_unique<DxfInsertRecord>(source_, raw.span));
   else read.entity->setDxfRecord(std::make_unique<DxfObjectRecord>(source_, raw.span));
 
+  // The flat form in a later file is written from the fields, with subclass markers.
+  bool repaired = read.repaired || (flat && !ctx_.flatFile());
   int parent = block;
   if (parent < 0) {
-    if (frame.owner) parent = blockOfHandle(frame.owner);
-    if (parent < 0) {
-      if (frame.owner && !ctx_.flat())
-        info_.audit.add(raw.line, std::string(type) + " owned by unknown block record " +
-                                      dxfFormatHandle(frame.owner) + "; put in " +
-                                      (read.paperSpace ? "paper" : "model") + " space");
-      parent = read.paperSpace ? paperSpace() : modelSpace();
+    // The ENTITIES section holds model space and the active paper space, told apart
+    // by group code 67 whatever block record the owner names.
+    parent = read.paperSpace ? paperSpace() : modelSpace();
+    if (frame.owner && !ctx_.flatFile() && blockOfHandle(frame.owner) != parent) {
+      if (misplaced_++ == 0) {
+        firstMisplaced_ = raw.line;
+        misplacedOwner_ = frame.owner;
+      }
+      repaired = true;
     }
   }
   bool paper = read.paperSpace;
-  bool repaired = read.repaired;
   int name = internName(read.name), name2 = internName(read.name2);
   int index = addPending(std::move(read.entity), raw, frame, DxfRole::Entity, parent,
                          read.hasRefs ? &read.refs : nullptr);
@@ -565,7 +582,7 @@ void DxfLoaderState::entity(const DxfRawObject& raw, int block) {
   pending_[index].name = name;
   pending_[index].name2 = name2;
   noteNameKind(pending_[index]);
-  if (!ctx_.flat() && frame.owner == 0) {
+  if (!ctx_.flatFile() && frame.owner == 0) {
     noteOwnerless(raw.line);
     pending_[index].repaired = true;
   }
@@ -606,14 +623,39 @@ void DxfLoaderState::readObjects(DxfSectionReader& sections) {
 
 namespace {
 
+// Messages about a binary file name the byte offset of the tag, not the line of
+// the text made of it.
+DxfError locatedInBinary(const DxfSource& source, const DxfError& e) {
+  const std::size_t offset = source.binaryOffsetOfLine(e.line());
+  std::string where = offset == std::string::npos ? std::string() : " (at byte offset " + std::to_string(offset) + ")";
+  return DxfError(e.file(), 0, e.groupCode(), e.message() + where);
+}
+
+void relocateFindings(const DxfSource& source, DxfAuditReport& audit) {
+  DxfAuditReport located;
+  for (const DxfFinding& f : audit.findings()) {
+    const std::size_t offset = source.binaryOffsetOfLine(f.line);
+    located.add(0, offset == std::string::npos ? f.message
+                                               : f.message + " (at byte offset " + std::to_string(offset) + ")");
+  }
+  audit = std::move(located);
+}
+
 // Reads the whole source into a scratch database, and only when that worked
 // makes it the content of `db`.
 void loadSource(std::shared_ptr<DxfSource> source, QaDbDatabase& db, DxfLoadInfo* info) {
   const std::string fileName = source->fileName();
+  const std::shared_ptr<const DxfSource> keep = source;
   DxfLoaderState state(std::move(source));
-  state.parse();
   QaDbDatabase scratch(false);
-  state.commit(scratch);
+  try {
+    state.parse();
+    state.commit(scratch);
+  } catch (const DxfError& e) {
+    if (!keep->isBinary()) throw;
+    throw locatedInBinary(*keep, e);
+  }
+  if (keep->isBinary()) relocateFindings(*keep, state.info().audit);
   scratch.adoptArena(state.takeArena());
   scratch.setFilename(fileName == "-" ? std::filesystem::path() : std::filesystem::path(fileName));
   db.swap(scratch);
@@ -633,7 +675,14 @@ void dxfLoadFile(const std::filesystem::path& path, QaDbDatabase& db, DxfLoadInf
     dxfLoad(std::move(bytes), name, db, info);
     return;
   }
-  loadSource(std::make_shared<DxfSource>(name, DxfFileBuffer::read(path)), db, info);
+  std::shared_ptr<DxfSource> source;
+  {
+    DxfFileBuffer file = DxfFileBuffer::read(path);
+    // A binary file is held as the text made of it: its bytes go before loading.
+    if (dxfIsBinary(file.bytes())) source = std::make_shared<DxfSource>(name, std::string(file.bytes()));
+    else source = std::make_shared<DxfSource>(name, std::move(file));
+  }
+  loadSource(std::move(source), db, info);
 }
 
 }  // namespace tabulon::dxf

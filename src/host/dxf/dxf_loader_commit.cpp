@@ -46,10 +46,10 @@ void DxfLoaderState::assignHandles() {
   nextFree_ = std::max(maxHandle_, headerSeed_ ? headerSeed_ - 1 : 0) + 1;
   for (DxfPending& p : pending_) {
     if (p.handle != 0) continue;
-    if (!ctx_.flat() && p.object->dxfRecord() && !p.repaired)
+    if (!ctx_.flatFile() && p.object->dxfRecord() && !p.repaired)
       info_.audit.add(p.line, "object without a handle; given " + hex(nextFree_));
     p.handle = nextFree_++;
-    if (!ctx_.flat()) p.repaired = true;
+    if (!ctx_.flatFile()) p.repaired = true;
   }
 }
 
@@ -97,7 +97,7 @@ void DxfLoaderState::commit(QaDbDatabase& db) {
   ensureTables(db);
   std::vector<QaDbObjectId> touched;
   resolve(db, ids, touched);
-  if (headerSeed_ && headerSeed_ <= highestInFile && sawHeader_ && !ctx_.flat())
+  if (headerSeed_ && headerSeed_ <= highestInFile && sawHeader_ && !ctx_.flatFile())
     info_.audit.add(0, "$HANDSEED " + hex(headerSeed_) + " was not above every handle; raised");
   completeDatabase(db);
   // What changed since: objects made to complete the drawing, those resolving
@@ -113,7 +113,7 @@ void DxfLoaderState::commit(QaDbDatabase& db) {
     if (!o) continue;
     const DxfPending& p = pending_[i];
     if (p.role != DxfRole::Entity && p.role != DxfRole::Attribute) o->clearModified();
-    if (p.repaired || ctx_.flat()) o->setModified();
+    if (p.repaired || ctx_.flatFile()) o->setModified();
   }
 }
 
@@ -250,7 +250,7 @@ void DxfLoaderState::resolve(QaDbDatabase& db, std::vector<QaDbObjectId>& ids, s
 }
 
 void DxfLoaderState::ensureTables(QaDbDatabase& db) {
-  const bool modern = !ctx_.flat();
+  const bool modern = !ctx_.flatFile();
   // The nine tables.
   static const char* kTables[] = {"VPORT", "LTYPE", "LAYER", "STYLE", "VIEW", "UCS", "APPID", "DIMSTYLE", "BLOCK_RECORD"};
   for (const char* name : kTables) {
@@ -276,7 +276,7 @@ void DxfLoaderState::ensureTables(QaDbDatabase& db) {
 }
 
 void DxfLoaderState::completeDatabase(QaDbDatabase& db) {
-  const bool modern = !ctx_.flat();
+  const bool modern = !ctx_.flatFile();
   auto addRecord = [&](QaDbObjectId tableId, std::unique_ptr<QaDbSymbolTableRecord> rec, const char* what) {
     auto* table = QaDbSymbolTable::cast(tableId.rawObject());
     if (!table || table->has(rec->name())) return;

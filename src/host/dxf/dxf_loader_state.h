@@ -111,6 +111,10 @@ class DxfLoaderState {
   std::uint64_t nextFree_ = 1;  // the next handle for objects that need one
   std::size_t ownerless_ = 0;       // objects of R13+ files without 330
   std::size_t firstOwnerless_ = 0;  // line of the first
+  // Entities of the ENTITIES section whose owner is not the layout they were put in.
+  std::size_t misplaced_ = 0;
+  std::size_t firstMisplaced_ = 0;
+  std::uint64_t misplacedOwner_ = 0;  // the owner the first one named
 
   // Open sequences of the entity stream.
   int openInsert_ = -1;

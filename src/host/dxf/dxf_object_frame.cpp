@@ -60,4 +60,11 @@ DxfObjectFrame dxfReadFrame(std::span<const DxfTag> tags, std::size_t first, std
   return frame;
 }
 
+bool dxfBodyIsFlat(std::span<const DxfTag> tags, const DxfObjectFrame& frame) {
+  // The marker comes first in the body of nearly every modern object: one look.
+  for (std::size_t i = frame.bodyBegin; i < frame.xdataBegin && i < tags.size(); ++i)
+    if (tags[i].code == 100) return false;
+  return true;
+}
+
 }  // namespace tabulon::dxf

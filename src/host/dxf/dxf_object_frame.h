@@ -44,4 +44,9 @@ struct DxfObjectFrame {
 DxfObjectFrame dxfReadFrame(std::span<const DxfTag> tags, std::size_t first = 1,
                             std::size_t firstXData = std::string_view::npos);
 
+// True when the body holds no subclass marker (100): every object of an R12 file,
+// and the entities some writers of R13 and R14 files leave in that older form.
+// Their tags are read and written as in R12, whatever the file's version.
+bool dxfBodyIsFlat(std::span<const DxfTag> tags, const DxfObjectFrame& frame);
+
 }  // namespace tabulon::dxf

@@ -24,8 +24,14 @@ class DxfReadContext {
   const DxfSource& source() const { return source_; }
   const DxfTextCodec& codec() const { return source_.codec(); }
   DxfVersion version() const { return source_.version(); }
-  // R12 and older: no subclass markers, common properties anywhere in the body.
-  bool flat() const { return !dxfVersionHasSubclasses(source_.version()); }
+  // The object being read has no subclass markers, its common properties may
+  // stand anywhere in the body: every object of R12 and older, and those that
+  // markFlatObject() names so in later files.
+  bool flat() const { return objectFlat_ || !dxfVersionHasSubclasses(source_.version()); }
+  // The file is of R12 or older.
+  bool flatFile() const { return !dxfVersionHasSubclasses(source_.version()); }
+  // Says whether the object about to be read is in the flat form (see dxfBodyIsFlat).
+  void markFlatObject(bool flat) const { objectFlat_ = flat; }
   DxfAuditReport& audit() const { return audit_; }
 
   std::wstring text(const DxfTag& tag) const { return codec().decode(tag.value); }
@@ -60,6 +66,7 @@ class DxfReadContext {
   mutable std::string lastLayerRaw_;
   mutable QaDbSharedName lastLayer_;
   mutable bool haveLayer_ = false;
+  mutable bool objectFlat_ = false;
 };
 
 // Accumulates the coordinates of points given by code, code+10, code+20.

@@ -69,14 +69,17 @@ bool DxfSectionReader::nextSection() {
 }
 
 void DxfSectionReader::failUnterminated(const DxfTag* at) const {
-  std::string message = "section " + sectionName_ + " (line " + std::to_string(sectionLine_) +
-                        ") has no ENDSEC";
+  // Where the section began: a line, or for a binary file a byte offset.
+  const std::size_t offset = source_.binaryOffsetOfLine(sectionLine_);
+  const std::string begun = offset != std::string::npos ? "at byte offset " + std::to_string(offset)
+                                                        : "at line " + std::to_string(sectionLine_);
   if (!at) {
     throw DxfError(source_.fileName(), source_.lineOf(source_.bytes().size()), DxfError::kNoGroupCode,
-                   "the file ends inside " + message);
+                   "the file ends inside section " + sectionName_ + " (begun " + begun + "), before its ENDSEC");
   }
   throw DxfError(source_.fileName(), at->line, at->code,
-                 message + " before \"" + std::string(dxfTrim(at->value)) + "\"");
+                 "section " + sectionName_ + " (begun " + begun + ") ends at \"" + std::string(dxfTrim(at->value)) +
+                     "\" without its ENDSEC");
 }
 
 bool DxfSectionReader::nextTag(DxfTag& tag) {

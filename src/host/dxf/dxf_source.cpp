@@ -7,13 +7,27 @@ namespace tabulon::dxf {
 DxfSource::DxfSource(std::string fileName, std::string bytes)
     : fileName_(std::move(fileName)), text_(std::move(bytes)), bytes_(text_),
       codec_(std::make_unique<DxfTextCodec>("ANSI_1252")) {
+  if (dxfIsBinary(bytes_)) takeBinary(bytes_);
   noteLineEnd();
 }
 
 DxfSource::DxfSource(std::string fileName, DxfFileBuffer file)
     : fileName_(std::move(fileName)), file_(std::move(file)), bytes_(file_.bytes()),
       codec_(std::make_unique<DxfTextCodec>("ANSI_1252")) {
+  // The binary bytes stay with file_ until the source goes (dxfLoadFile does
+  // not keep them).
+  if (dxfIsBinary(bytes_)) takeBinary(bytes_);
   noteLineEnd();
+}
+
+void DxfSource::takeBinary(std::string_view bytes) {
+  // `bytes` may view text_: it is replaced only when the conversion is done.
+  DxfBinaryText converted = dxfBinaryToText(bytes, fileName_);
+  text_ = std::move(converted.text);
+  converted.text = std::string();
+  binaryOffsets_ = std::move(converted);
+  bytes_ = text_;
+  binary_ = true;
 }
 
 void DxfSource::noteLineEnd() {

@@ -60,7 +60,7 @@ DxfTagReader::DxfTagReader(std::string_view text, std::string_view fileName, std
   if (begin == 0) {
     if (dxfIsBinary(text_))
       throw DxfError(std::string(fileName_), 1, DxfError::kNoGroupCode,
-                     "binary DXF is not supported; save the drawing as ASCII DXF");
+                     "binary DXF where DXF text was expected (binary files are read through DxfSource)");
     if (text_.substr(0, 3) == "\xEF\xBB\xBF") pos_ = 3;
   }
 }

@@ -27,10 +27,13 @@ std::uint64_t DxfWriteContext::newHandle() {
   return nextHandle_++;
 }
 
-bool DxfWriteContext::claim(std::uint64_t handle) {
+bool dxfPartHandleUsable(const QaDbDatabase& db, std::uint64_t firstFree, std::uint64_t handle) {
   // Only handles below the database's seed: those above are the writer's to give.
-  if (handle == 0 || handle >= firstFree_ || !db_.objectIdFromHandle(QaDbHandle(handle)).isNull()) return false;
-  return claimed_.insert(handle).second;
+  return handle != 0 && handle < firstFree && db.objectIdFromHandle(QaDbHandle(handle)).isNull();
+}
+
+bool DxfWriteContext::claim(std::uint64_t handle) {
+  return dxfPartHandleUsable(db_, firstFree_, handle) && claimed_.insert(handle).second;
 }
 
 DxfOriginal DxfWriteContext::original(const DxfSource& source, DxfSpan span) {

@@ -27,6 +27,11 @@ struct DxfOriginal {
   bool valid() const { return source != nullptr && !tags.empty(); }
 };
 
+// The handles records that are not database objects may keep: a handle of the
+// file the drawing came from (below the database's seed `firstFree`) that names
+// no object of the database. claim() and the write plan apply the same rule.
+bool dxfPartHandleUsable(const QaDbDatabase& db, std::uint64_t firstFree, std::uint64_t handle);
+
 class DxfWriteContext {
  public:
   DxfWriteContext(const QaDbDatabase& db, DxfTagWriter& writer, DxfVersion version, std::uint64_t firstFreeHandle);

@@ -1,6 +1,7 @@
 // What the writer learns of a drawing in one pass over its objects before it
-// writes anything: how many handles it may have to give to parts (BLOCK,
-// ENDBLK, VERTEX, SEQEND, missing APPID records), which extended-data
+// writes anything: how many fresh handles records that are not database objects
+// will take (BLOCK, ENDBLK, VERTEX, SEQEND and missing APPID records whose file
+// gave them none, or none that is still free), which extended-data
 // applications have no APPID record, and which objects go to OBJECTS.
 #pragma once
 
@@ -14,7 +15,9 @@
 namespace tabulon::dxf {
 
 struct DxfWritePlan {
-  std::uint64_t partHandleBudget = 16;  // an upper bound
+  // Never fewer than the writer gives: $HANDSEED is the database's seed plus this,
+  // so a drawing saved again with nothing added keeps its seed.
+  std::uint64_t freshPartHandles = 0;
   std::set<std::wstring> unregisteredApps;
   // Non-graphical objects other than the named objects dictionary, in database order.
   std::vector<const QaDbObject*> sectionObjects;

@@ -34,14 +34,10 @@ void writeLwPolyline(DxfWriteContext& ctx, const QaDbPolyline& p) {
   e.finish();
 }
 
-// The VERTEX and SEQEND records of an original POLYLINE run, in order.
-struct PolylineParts {
-  std::vector<DxfSpan> vertices;
-  DxfSpan seqend;
-};
+}  // namespace
 
-PolylineParts splitRun(const DxfSource& source, DxfSpan run) {
-  PolylineParts parts;
+DxfPolylineParts dxfSplitPolylineRun(const DxfSource& source, DxfSpan run) {
+  DxfPolylineParts parts;
   DxfTagReader reader = source.tags(run);
   DxfTag tag;
   bool first = true;
@@ -62,10 +58,12 @@ PolylineParts splitRun(const DxfSource& source, DxfSpan run) {
   return parts;
 }
 
+namespace {
+
 void writePolyline(DxfWriteContext& ctx, const QaDb2dPolyline& p) {
   const auto* rec = dxfObjectRecordOf(p.dxfRecord());
-  PolylineParts parts;
-  if (rec) parts = splitRun(rec->source(), rec->span());
+  DxfPolylineParts parts;
+  if (rec) parts = dxfSplitPolylineRun(rec->source(), rec->span());
   const int flags = p.polylineFlags();
   const char* sub = "AcDb2dPolyline";
   const char* vsub = "AcDb2dVertex";
@@ -173,7 +171,7 @@ bool dxfWritePolylineEntity(DxfWriteContext& ctx, const QaDbEntity& entity) {
     bool whole = true;
     if (pl) {
       // The run carries the handles of its VERTEX and SEQEND records: all must be free.
-      PolylineParts parts = splitRun(rec->source(), rec->span());
+      DxfPolylineParts parts = dxfSplitPolylineRun(rec->source(), rec->span());
       for (DxfSpan v : parts.vertices) whole = ctx.claim(DxfWriteContext::original(rec->source(), v).frame.handle) && whole;
       if (!parts.seqend.empty())
         whole = ctx.claim(DxfWriteContext::original(rec->source(), parts.seqend).frame.handle) && whole;

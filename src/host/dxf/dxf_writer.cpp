@@ -131,7 +131,7 @@ void dxfWrite(const QaDbDatabase& db, DxfSink& sink, const DxfWriteOptions& opti
   DxfTagWriter w(sink, lineEnd);
   const std::uint64_t firstPart = db.handseed().value();
   const DxfWritePlan plan = dxfPlanWrite(db);
-  const std::uint64_t handseed = firstPart + plan.partHandleBudget;
+  const std::uint64_t handseed = firstPart + plan.freshPartHandles;
   DxfWriteContext ctx(db, w, version, firstPart);
   if (doc) ctx.setSectionComments(&doc->sectionComments);
 

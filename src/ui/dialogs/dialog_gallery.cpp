@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QTimer>
 
 #include <algorithm>
 #include <exception>
@@ -14,11 +15,16 @@
 #include "authoring/make_table_model.h"
 #include "authoring/sel_sgl_model.h"
 #include "editor/krm_dlg_create_crd.h"
+#include "editor/row_page_dialogs.h"
 #include "host/ap/krm_doc_value.h"
-#include "host/svc/krm_reg_service.h"
+#include "host/ap/qaap_doc_manager.h"
+#include "host/db/qadb.h"
 #include "host/svc/krm_card_root.h"
+#include "host/svc/krm_reg_service.h"
 #include "ui/dialogs/card_out_dialog.h"
+#include "ui/dialogs/cell_descriptor_dialog.h"
 #include "ui/dialogs/create_card_dialog.h"
+#include "ui/dialogs/row_dialogs.h"
 #include "ui/dialogs/load_cards_dialog.h"
 #include "ui/dialogs/make_card_dialog.h"
 #include "ui/dialogs/make_table_dialog.h"
@@ -49,6 +55,42 @@ Status Snap(QDialog &dialog, const std::filesystem::path &file) {
   dialog.hide();
   if (!saved) return Error{"cannot write the picture", file.string(), 0, "png"};
   return {};
+}
+
+// Runs `run`, which shows a dialog modal, saves the picture of that dialog once it is up
+// and closes it again.
+Status SnapModal(const std::function<void()> &run, const std::filesystem::path &file) {
+  Status result = Error{"the dialog did not open", file.string(), 0, "png"};
+  QTimer timer;
+  timer.setInterval(20);
+  QObject::connect(&timer, &QTimer::timeout, [&] {
+    auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    timer.stop();
+    QApplication::processEvents();
+    result = dialog->grab().save(QString::fromStdString(file.string()), "PNG")
+                 ? Status{}
+                 : Status{Error{"cannot write the picture", file.string(), 0, "png"}};
+    dialog->reject();
+  });
+  timer.start();
+  run();
+  return result;
+}
+
+// The first block reference of model space whose block has attribute definitions.
+bool TakeFirstAttributeBlock(CellDescriptorForm &form) {
+  QaDbDatabase *db = qaWorkingDatabase();
+  if (db == nullptr) return false;
+  std::vector<QaDbObjectId> ids;
+  {
+    QaDbObjectPointer<QaDbBlockTableRecord> space(db->modelSpaceId(), QaDb::kForRead);
+    if (!space) return false;
+    ids = space->entityIds();
+  }
+  for (QaDbObjectId id : ids)
+    if (form.TakeBlock(id).ok()) return true;
+  return false;
 }
 
 }  // namespace
@@ -113,6 +155,12 @@ Result<std::vector<std::string>> SaveDialogGallery(StudioWindow &window, const U
     if (Status status = snap(dialog, "KrmDlgCardOut"); !status.ok()) return status.error();
   }
   {
+    CellDescriptorForm form;
+    TakeFirstAttributeBlock(form);
+    CellDescriptorDialog dialog(form, strings, &window);
+    if (Status status = snap(dialog, "KrmDlgCellDesc"); !status.ok()) return status.error();
+  }
+  {
     // The card editor in create mode on the first card, with a few rows typed.
     KrmLoadCardsModel library(root, L".crd");
     if (TakeFirst(library)) {
@@ -142,6 +190,26 @@ Result<std::vector<std::string>> SaveDialogGallery(StudioWindow &window, const U
       }
     }
   }
+  // The small dialogs of the card editor, each shown modal as the editor shows it.
+  const auto modal = [&](const std::string &name, const std::function<void()> &run) -> Status {
+    const auto file = dir / (name + ".png");
+    if (Status status = SnapModal(run, file); !status.ok()) return status;
+    written.push_back(file.filename().string());
+    return {};
+  };
+  KrmDlgAddRow addRow;
+  KrmDlgDelRow delRow;
+  KrmDlgPageSet pageSet(1, 1, 1);
+  KrmDlgArrang arrang;
+  arrang.SetData(KrmCardDir());
+  const std::vector<std::pair<std::string, std::function<void()>>> small = {
+      {"KrmDlgAddRow", [&] { RunAddRowDialog(addRow, strings, &window); }},
+      {"KrmDlgDelRow", [&] { RunDelRowDialog(delRow, strings, &window); }},
+      {"KrmDlgPageSet", [&] { RunPageSetDialog(pageSet, strings, &window); }},
+      {"KrmDlgArrang", [&] { RunArrangDialog(arrang, strings, &window); }},
+  };
+  for (const auto &[name, run] : small)
+    if (Status status = modal(name, run); !status.ok()) return status.error();
   window.userIO().setUnattendedBoxes(false);
   return written;
 }

@@ -46,7 +46,7 @@ CommandLine::CommandLine(const UiStrings &strings, QWidget *parent) : QWidget(pa
   connect(input_, &QLineEdit::returnPressed, this, &CommandLine::submit);
   connect(prompt_, &QLabel::linkActivated, this, [this](const QString &link) {
     input_->clear();
-    appendText(link);
+    appendAnswer(link);
     emit submitted(link);
   });
   clearPrompt();
@@ -58,6 +58,11 @@ void CommandLine::appendText(const QString &text) {
   cursor.insertText(text);
   history_->setTextCursor(cursor);
   history_->ensureCursorVisible();
+}
+
+void CommandLine::appendAnswer(const QString &text) {
+  const QString shown = history_->toPlainText();
+  appendText(shown.isEmpty() || shown.back().isSpace() ? text : QLatin1Char(' ') + text);
 }
 
 void CommandLine::setPrompt(const QString &prompt, const QStringList &keywords) {
@@ -91,7 +96,7 @@ void CommandLine::submit() {
   if (!text.isEmpty() && (recall_.isEmpty() || recall_.back() != text)) recall_.push_back(text);
   recallPos_ = static_cast<int>(recall_.size());
   if (idle_) appendText(QStringLiteral("\n") + strings_.text(9001, L"命令:") + QLatin1Char(' ') + text);
-  else appendText(text);
+  else appendAnswer(text);
   emit submitted(text);
 }
 

@@ -26,6 +26,8 @@ class CommandLine : public QWidget {
 
   // Printed text: "\n" starts a new line, as the host prints.
   void appendText(const QString &text);
+  // An answer written after its prompt, a blank between them.
+  void appendAnswer(const QString &text);
   // Shows a prompt (also written to the history) with clickable keywords.
   void setPrompt(const QString &prompt, const QStringList &keywords);
   // Back to the idle prompt ("命令: ").

@@ -64,7 +64,7 @@ void StudioUserIO::connectView() {
 void StudioUserIO::print(std::wstring_view text) { line_.appendText(toQString(text)); }
 
 QaEdInput StudioUserIO::request(const QaEdRequest &request) {
-  if (waiting()) return QaEdInput::cancel();  // one question at a time
+  if (loop_) return QaEdInput::cancel();  // one question at a time
   request_ = request;
   answer_.reset();
   selection_.clear();
@@ -91,7 +91,7 @@ QaEdInput StudioUserIO::request(const QaEdRequest &request) {
 }
 
 void StudioUserIO::finish(QaEdInput input) {
-  if (!waiting() || answer_) return;
+  if (!waiting()) return;
   answer_ = std::move(input);
   loop_->quit();
 }
@@ -174,7 +174,7 @@ void StudioUserIO::addToSelection(const std::vector<QaDbObjectId> &ids) {
 void StudioUserIO::pointPicked(QPointF world) {
   if (!waiting()) return;
   const QString typed = QStringLiteral("%1,%2").arg(world.x(), 0, 'g', 12).arg(world.y(), 0, 'g', 12);
-  line_.appendText(typed);
+  line_.appendAnswer(typed);
   if (request_.kind == QaEdRequest::Kind::Point) finish(QaEdInput::ofPoint(toPoint3d(world)));
 }
 

@@ -40,8 +40,9 @@ class StudioUserIO : public QObject, public QaEdUserIO {
   QaEdInput request(const QaEdRequest &request) override;
   int messageBox(std::wstring_view text, std::wstring_view caption, unsigned type) override;
 
-  // True while a request waits for its answer.
-  bool waiting() const { return loop_ != nullptr; }
+  // True while a request waits for its answer (not once it has one, while its loop
+  // winds down).
+  bool waiting() const { return loop_ != nullptr && !answer_; }
   const QaEdRequest *pending() const { return waiting() ? &request_ : nullptr; }
   // Answers the waiting request with a typed line (empty: Enter).
   void answerText(const QString &text);

@@ -21,9 +21,11 @@
 #include "host/ed/qa_message_box.h"
 #include "host/ed/qaed_command_stack.h"
 #include "host/rx/qarx_system_registry.h"
+#include "host/ed/qaed_prompts.h"
 #include "host/svc/krm_reg_service.h"
 #include "shell/krm_authoring_dialogs.h"
 #include "shell/krm_command_table.h"
+#include "ui/dialogs/cell_descriptor_dialog.h"
 #include "ui/dialogs/studio_authoring_dialogs.h"
 #include "shell/krm_host_session.h"
 #include "ui/dialogs/card_editor_services.h"
@@ -34,12 +36,17 @@
 #include "ui/ui_strings.h"
 #include "ui/view/drawing_view.h"
 
+#include <algorithm>
+
 namespace tabulon::ui {
 
 namespace {
 
 constexpr int kMaxRecent = 8;
+// The studio's own commands, which change only the view (no undo step).
+constexpr wchar_t kViewCommandGroup[] = L"TabulonStudio";
 constexpr wchar_t kSettingsKey[] = L"TabulonStudio";
+constexpr wchar_t kStudioGroup[] = L"TABULON_STUDIO";
 
 QString pathText(const std::filesystem::path &path) { return QString::fromStdString(path.string()); }
 
@@ -51,6 +58,13 @@ StudioWindow::StudioWindow(const UiStrings &strings, QWidget *parent) : QMainWin
   io_ = new StudioUserIO(*line_, strings_, this, this);
   session_ = std::make_unique<KrmHostSession>(*io_);
   qaServiceDictionary().atPut(KRM_AUTHORING_DIALOGS, std::make_unique<StudioAuthoringDialogs>(this, strings_));
+  // The studio's own command: the cell description of an attribute block picked in the drawing.
+  qaedCommandStack().addCommand(kStudioGroup, L"KrmCellDesc", L"单元描述", 0, [this] {
+    CellDescriptorForm form;
+    if (!form.PickBlock().ok()) return 0;
+    CellDescriptorDialog dialog(form, strings_, this);
+    return dialog.exec() == QDialog::Accepted ? 1 : 0;
+  });
   setCardDialogSetup({});
 
   tabs_ = new QTabWidget(this);
@@ -79,7 +93,8 @@ StudioWindow::StudioWindow(const UiStrings &strings, QWidget *parent) : QMainWin
   coordinates_->setMinimumWidth(220);
   statusBar()->addPermanentWidget(coordinates_);
 
-  QStringList names;
+  registerViewCommands();
+  QStringList names{QStringLiteral("ZOOM")};
   for (const auto &entry : KrmCommandTable()) {
     names << toQString(KrmLocalNameOf(entry));
     names << toQString(entry.globalName);
@@ -97,8 +112,10 @@ StudioWindow::StudioWindow(const UiStrings &strings, QWidget *parent) : QMainWin
 StudioWindow::~StudioWindow() {
   io_->answerCancel();
   qaServiceDictionary().remove(KRM_AUTHORING_DIALOGS);
+  qaedCommandStack().removeGroup(kStudioGroup);
   qaServiceDictionary().remove(KRM_CARD_EDITOR);
   qaServiceDictionary().remove(KRM_CARD_CREATOR);
+  qaedCommandStack().removeGroup(kViewCommandGroup);
   // The views go before the documents they show; the session closes the documents.
   tabs_->clear();
   documents_.clear();
@@ -115,6 +132,32 @@ void StudioWindow::setCardDialogSetup(CardDialogSetup setup) {
   };
   qaServiceDictionary().atPut(KRM_CARD_EDITOR, std::make_unique<StudioCardEditor>(strings_, this, full));
   qaServiceDictionary().atPut(KRM_CARD_CREATOR, std::make_unique<StudioCardCreator>(strings_, this, full));
+}
+
+void StudioWindow::registerViewCommands() {
+  // ZOOM: E (extents) or two corners of a window, typed or picked; scripts use it too.
+  qaedCommandStack().addCommand(kViewCommandGroup, L"_ZOOM", L"ZOOM", QA_CMD_TRANSPARENT, [this]() -> int {
+    DrawingView *view = currentView();
+    if (!view) return 0;
+    qaedInitGet(0, L"Extents Window");
+    QaGePoint3d first;
+    int rc = qaedGetPoint(nullptr, strings_.wtext(9045, L"\n指定窗口的角点，或 [Extents/Window]: ").c_str(), first);
+    if (rc == RTKWORD) {
+      std::wstring keyword;
+      qaedGetInput(keyword);
+      if (keyword == L"Extents") {
+        view->zoomExtents();
+        return 1;
+      }
+      rc = qaedGetPoint(nullptr, strings_.wtext(9046, L"\n指定第一个角点: ").c_str(), first);
+    }
+    if (rc != RTNORM) return 0;
+    QaGePoint3d second;
+    if (qaedGetPoint(&first, strings_.wtext(9047, L"\n指定对角点: ").c_str(), second) != RTNORM) return 0;
+    view->zoomToWindow(WorldBox{std::min(first.x, second.x), std::min(first.y, second.y), std::max(first.x, second.x),
+                                std::max(first.y, second.y)});
+    return 1;
+  });
 }
 
 void StudioWindow::buildActions() {
@@ -359,14 +402,15 @@ std::optional<int> StudioWindow::runCommand(const QString &name) {
   lastCommand_ = name;
   commandRunning_ = true;
   updateActions();
-  StudioDocument *d = current();
+  // The studio's view commands change no drawing: no undo step for them.
+  StudioDocument *d = command->group == kViewCommandGroup ? nullptr : current();
   if (d) {
     if (auto s = d->history.begin(*d->document->database()); !s)
       line_->appendText(QStringLiteral("\n") + QString::fromStdString(s.describe()));
   }
   std::optional<int> result;
   {
-    CKR_DocLockServer lock(d ? d->document : nullptr);
+    CKR_DocLockServer lock(currentDocument());
     result = qaedCommandStack().invoke(typed);
   }
   if (d && d->history.end(*d->document->database(), typed)) {
@@ -427,7 +471,7 @@ void StudioWindow::feedScript() {
   }
   const QString line = script_.takeFirst();
   if (io_->waiting()) {
-    line_->appendText(line);
+    line_->appendAnswer(line);
     io_->answerText(line);
   } else {
     line_->appendText(QStringLiteral("\n") + strings_.text(9001, L"命令:") + QLatin1Char(' ') + line);

@@ -77,6 +77,7 @@ class StudioWindow : public QMainWindow {
   void closeEvent(QCloseEvent *event) override;
 
  private:
+  void registerViewCommands();
   void buildActions();
   void buildMenus();
   void onSubmitted(const QString &text);

@@ -92,7 +92,7 @@ TEST(DxfTagReader, BadInputNamesFileLineAndGroupCode) {
       {"  0\nLINE\n5000\nx\n", "t.dxf:3: group code 5000: group code out of range"},
       {"  0\nLINE\n\x01\x02\x00\x03\n1\n"s, "t.dxf:3: binary data where a group code was expected"},
       {"  0\nLINE\n\n  8\n", "t.dxf:3: expected a group code, found \"\""},
-      {"AutoCAD Binary DXF\r\n\x1a", "t.dxf:1: binary DXF is not supported"},
+      {"AutoCAD Binary DXF\r\n\x1a", "t.dxf:1: binary DXF where DXF text was expected"},
   };
   for (const auto& c : cases) {
     std::string what = errorOf(std::string_view(c.text.data(), c.text.size()));

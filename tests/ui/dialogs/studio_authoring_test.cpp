@@ -2,6 +2,7 @@
 // drawing is picked from the table dialog, its classes chosen in the chooser, the
 // table taken into a card from the library dialog, and the templates land in the
 // card library.
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -15,8 +16,11 @@
 
 #include "authoring/authoring_test_support.h"
 #include "host/svc/scoped_env.h"
+#include "host/svc/tabulon_paths.h"
 #include "modal_script.h"
 #include "support/test_support.h"
+#include "host/ap/qaap_doc_manager.h"
+#include "ui/dialogs/cell_descriptor_dialog.h"
 #include "ui/dialogs/load_cards_dialog.h"
 #include "ui/dialogs/make_card_dialog.h"
 #include "ui/dialogs/make_table_dialog.h"
@@ -47,6 +51,7 @@ class StudioAuthoring : public ::testing::Test {
  protected:
   void SetUp() override {
     env.set("TABULON_HOME", home.path().string());
+    tabulon::svc::setLibraryOverride({});  // a demo run earlier may have left its library
     tabulon::test::writeFile(home / "tabulon.ini", "[Paths]\nLocale=en\nLibrary=" + lib.path().string() + "\n");
     QaDbDatabase db;
     authtest::DrawForm(db);
@@ -110,6 +115,39 @@ TEST_F(StudioAuthoring, TableAndCardTemplatesAreMadeByHand) {
   ASSERT_EQ(card.getTblCount(), 2);
   EXPECT_EQ(card.getTblFile(0), L"P1");
   EXPECT_EQ(card.getTblFile(1), L"P1");
+}
+
+}  // namespace
+
+namespace {
+
+// KrmCellDesc: the block picked at the command line, a property typed into the dialog,
+// OK; the change is one undo step.
+TEST_F(StudioAuthoring, CellDescriptionIsWrittenByTheCommandAndUndoneAsOneStep) {
+  tabulon::ui::StudioWindow window(strings);
+  ASSERT_TRUE(window.openDrawing(home / "form.dxf").ok());
+  // The pick: a point on the base line of the first ROW reference (at 110, 120).
+  QObject::connect(&window.userIO(), &tabulon::ui::StudioUserIO::waitingForInput, &window, [&window] {
+    QTimer::singleShot(0, &window, [&window] { window.userIO().answerText(QStringLiteral("150,120")); });
+  });
+  ModalScript script;
+  script.then<tabulon::ui::CellDescriptorDialog>([](tabulon::ui::CellDescriptorDialog &dialog) {
+    EXPECT_EQ(dialog.blockLabel()->text(), QStringLiteral("ROW"));
+    dialog.field(L"length")->setText(QStringLiteral("kNewline"));
+    QTest::mouseClick(dialog.okButton(), Qt::LeftButton);
+  });
+  ASSERT_EQ(window.runCommandLine(QStringLiteral("KrmCellDesc")), 1);
+  EXPECT_TRUE(script.done());
+
+  auto lengthNow = [&] {
+    auto definition = FindAttributeDefinition(*qaWorkingDatabase(), L"ROW", L"工序");
+    EXPECT_TRUE(definition.ok());
+    KrmCellDescriptorEditor editor(*definition);
+    return editor.Value(L"length");
+  };
+  EXPECT_EQ(lengthNow(), L"kNewline");
+  ASSERT_TRUE(window.undo().ok());
+  EXPECT_EQ(lengthNow(), L"");
 }
 
 }  // namespace

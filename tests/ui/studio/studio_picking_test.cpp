@@ -158,6 +158,17 @@ TEST_F(StudioPicking, EnterOnAnEmptyLineRepeatsTheLastCommand) {
   EXPECT_EQ(ended.at(1).at(0).toString(), QStringLiteral("KrmDelBlkID"));
 }
 
+// Two answers in a row, each to its own question: the second must not reach the first
+// question while that one winds down.
+TEST_F(StudioPicking, ScriptAnswersEachQuestionOnceInTurn) {
+  QSignalSpy finished(window.get(), &tabulon::ui::StudioWindow::scriptFinished);
+  window->runScript({QStringLiteral("ZOOM"), QStringLiteral("W"), QStringLiteral("0,-1"), QStringLiteral("12,1")});
+  ASSERT_TRUE(finished.wait(5000));
+  // The 12 units wide window now fills the view's width.
+  EXPECT_NEAR(view()->transform().scale(), view()->width() / 12.0, view()->width() / 12.0 * 0.01);
+  EXPECT_NEAR(view()->toWorld(QPointF(view()->width() / 2.0, view()->height() / 2.0)).x(), 6.0, 1e-6);
+}
+
 TEST_F(StudioPicking, ModeXTakesEverythingWithoutAsking) {
   QaEdSelectionSet set;
   ASSERT_EQ(set.select(L"X"), RTNORM);
