@@ -20,10 +20,11 @@
 #include "host/dxf/dxf_loader.h"
 #include "host/dxf/dxf_sink.h"
 #include "host/dxf/dxf_writer.h"
+#include "large_drawing.h"
 
 namespace {
 
-constexpr int kEntities = 200000;
+constexpr int kEntities = tabulon::bench::kLargeDrawingEntities;
 
 double peakMegabytes() {
   rusage usage{};
@@ -34,39 +35,7 @@ double peakMegabytes() {
 // Builds the drawing in code and writes it to a temporary file.
 std::string makeDrawing() {
   std::string p = (std::filesystem::temp_directory_path() / "tabulon_dxf_load_bench.dxf").string();
-  QaDbDatabase db;
-  QaDbObjectId style = QaDbTextStyleTable::cast(db.textStyleTableId().rawObject())->getAt(L"Standard");
-  QaDbObjectId block;
-  {
-    QaDbObjectPointer<QaDbBlockTable> blocks(db.blockTableId(), QaDb::kForWrite);
-    blocks->add(std::make_unique<QaDbBlockTableRecord>(L"CELL"), block);
-    block.rawObject()->close();
-  }
-  QaDbObjectPointer<QaDbBlockTableRecord> model(db.modelSpaceId(), QaDb::kForWrite);
-  for (int i = 0; i < kEntities; ++i) {
-    double x = (i % 1000) * 10.0, y = (i / 1000) * 10.0;
-    QaDbObjectId id;
-    if (i % 3 == 0) {
-      model->appendQaDbEntity(std::make_unique<QaDbLine>(QaGePoint3d(x, y, 0), QaGePoint3d(x + 7.5, y + 2.25, 0)), id);
-      id.rawObject()->close();
-    } else if (i % 3 == 1) {
-      auto text = std::make_unique<QaDbText>(QaGePoint3d(x, y, 0), L"工序 " + std::to_wstring(i), style, 2.5);
-      model->appendQaDbEntity(std::move(text), id);
-      id.rawObject()->close();
-    } else {
-      auto ref = std::make_unique<QaDbBlockReference>(QaGePoint3d(x, y, 0), block);
-      model->appendQaDbEntity(std::move(ref), id);
-      auto* r = QaDbBlockReference::cast(id.rawObject());
-      for (const wchar_t* tag : {L"NO", L"NAME", L"QTY"}) {
-        QaDbObjectId att;
-        r->appendAttribute(att, std::make_unique<QaDbAttribute>(QaGePoint3d(x, y, 0), std::wstring(tag) + L"值", tag, style));
-        att.rawObject()->close();
-      }
-      r->close();
-    }
-  }
-  model.close();
-  tabulon::dxf::dxfSaveFile(db, p);
+  tabulon::bench::WriteLargeDrawing(p, kEntities);
   return p;
 }
 
