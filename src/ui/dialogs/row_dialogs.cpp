@@ -91,8 +91,10 @@ bool RunArrangDialog(KrmDlgArrang& model, const UiStrings& strings, QWidget* par
   dialog.addBox(strings.text(9452, L"垂直间距:"), model.verText, "ver");
   auto* direction = new QComboBox(&dialog);
   direction->setObjectName(QStringLiteral("direction"));
-  direction->addItems({strings.text(9453, L"向右向下"), strings.text(9454, L"向左向下"), strings.text(9455, L"向左向上"),
-                       strings.text(9456, L"向右向上")});
+  // The choices in the order of the direction codes: pages run right and up (0), left
+  // and up (1), left and down (2), right and down (3).
+  direction->addItems({strings.text(9453, L"向右向上"), strings.text(9454, L"向左向上"), strings.text(9455, L"向左向下"),
+                       strings.text(9456, L"向右向下")});
   direction->setCurrentIndex(model.direction);
   QObject::connect(direction, &QComboBox::currentIndexChanged, &dialog, [&model](int index) { model.direction = index; });
   static_cast<QFormLayout*>(static_cast<QVBoxLayout*>(dialog.layout())->itemAt(0)->layout())

@@ -17,6 +17,7 @@
 #include "authoring/authoring_test_support.h"
 #include "host/svc/scoped_env.h"
 #include "host/svc/tabulon_paths.h"
+#include "authoring_steps.h"
 #include "modal_script.h"
 #include "support/test_support.h"
 #include "host/ap/qaap_doc_manager.h"
@@ -32,20 +33,13 @@
 namespace {
 
 namespace fs = std::filesystem;
+using tabulon::test::ChooseRows;
 using tabulon::test::ModalScript;
+using tabulon::test::PickTemplate;
 using tabulon::ui::LoadCardsDialog;
 using tabulon::ui::MakeCardDialog;
 using tabulon::ui::MakeTableDialog;
 using tabulon::ui::SelSglDialog;
-
-// Selects exactly the rows of the chooser named in `names` and closes it with OK.
-void ChooseRows(SelSglDialog &dialog, const QStringList &names) {
-  for (int row = 0; row < dialog.classList()->count(); ++row) {
-    auto *item = dialog.classList()->item(row);
-    item->setSelected(names.contains(item->text()));
-  }
-  QTest::mouseClick(dialog.okButton(), Qt::LeftButton);
-}
 
 class StudioAuthoring : public ::testing::Test {
  protected:
@@ -102,12 +96,7 @@ TEST_F(StudioAuthoring, TableAndCardTemplatesAreMadeByHand) {
     QTest::mouseClick(dialog.firstButton(), Qt::LeftButton);
     QTest::mouseClick(dialog.okButton(), Qt::LeftButton);
   });
-  script.then<LoadCardsDialog>([](LoadCardsDialog &dialog) {
-    const auto rows = dialog.tree()->findItems(QStringLiteral("P1"), Qt::MatchExactly | Qt::MatchRecursive);
-    ASSERT_EQ(rows.size(), 1);
-    dialog.tree()->setCurrentItem(rows.front());
-    QTest::mouseClick(dialog.okButton(), Qt::LeftButton);
-  });
+  script.then<LoadCardsDialog>([](LoadCardsDialog &dialog) { PickTemplate(dialog, QStringLiteral("P1")); });
   EXPECT_EQ(window.runCommandLine(QStringLiteral("KrmMakeCard")), 1);
   EXPECT_TRUE(script.done());
   KrmCardAttributes card;

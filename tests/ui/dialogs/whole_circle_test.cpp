@@ -1,5 +1,6 @@
 // The whole circle in the studio on a form drawn by another program: the first-page and
-// continuation tables and the card are made from the drawing, a card of three pages is
+// continuation tables and the card are made from the drawing by their commands, typed at
+// the command line, and their dialogs, filled in by hand; a card of three pages is
 // created by typing rows into the editor's grid, then picked again, a row changed and
 // one added, and updated. The saved drawing is read by ezdxf.
 #include <QApplication>
@@ -16,16 +17,20 @@
 #include <sstream>
 
 #include "authoring/authoring_test_support.h"
-#include "authoring/make_card_model.h"
-#include "authoring/make_table_model.h"
 #include "host/ap/qaap_doc_manager.h"
 #include "host/db/qadb.h"
 #include "host/db/qadb_open.h"
 #include "host/rx/qarx_system_registry.h"
 #include "host/svc/tabulon_paths.h"
+#include "authoring_steps.h"
+#include "modal_script.h"
 #include "support/test_support.h"
 #include "ui/dialogs/card_editor_services.h"
 #include "ui/dialogs/create_card_dialog.h"
+#include "ui/dialogs/load_cards_dialog.h"
+#include "ui/dialogs/make_card_dialog.h"
+#include "ui/dialogs/make_table_dialog.h"
+#include "ui/dialogs/sel_sgl_dialog.h"
 #include "ui/grid/grid_ctrl.h"
 #include "ui/grid/grid_find.h"
 #include "ui/grid/grid_model.h"
@@ -35,7 +40,16 @@
 
 namespace {
 
+using tabulon::test::ChooseAttribute;
+using tabulon::test::ChooseRows;
+using tabulon::test::ModalScript;
+using tabulon::test::PickTemplate;
+using tabulon::test::TypeName;
 using tabulon::ui::CreateCardDialog;
+using tabulon::ui::LoadCardsDialog;
+using tabulon::ui::MakeCardDialog;
+using tabulon::ui::MakeTableDialog;
+using tabulon::ui::SelSglDialog;
 
 // Two page forms: the first at x 0 with three ROW references, the continuation at x 200
 // with four; each with a TITLE reference (图号, 页码, 总页) and frame lines. Attribute
@@ -95,7 +109,8 @@ class WholeCircle : public ::testing::Test {
     setenv("TABULON_HOME", previousHome_.c_str(), 1);
   }
 
-  // Answers the host's next questions with these lines, one per question.
+  // Answers the host's next questions with these answers, one per question; an answer
+  // of several lines (a selection ended by Enter) is typed line by line.
   void AnswerWith(std::vector<QString> lines) {
     answers_.assign(lines.begin(), lines.end());
   }
@@ -106,36 +121,66 @@ class WholeCircle : public ::testing::Test {
         if (answers_.empty()) return window->userIO().answerCancel();
         const QString next = answers_.front();
         answers_.pop_front();
-        window->userIO().answerText(next);
+        for (const QString& line : next.split(QLatin1Char('\n'))) window->userIO().answerText(line);
       });
     });
   }
 
-  // Makes one table from the entities left (or right) of x 150.
-  void MakeTable(const std::wstring& name, bool right) {
-    std::vector<QaDbObjectId> ids;
-    QaDbObjectPointer<QaDbBlockTableRecord> space(qaWorkingDatabase()->modelSpaceId(), QaDb::kForRead);
-    QaDbBlockTableRecordIterator it(space.object());
-    for (it.start(); !it.done(); it.step()) {
-      QaDbEntity* entity = nullptr;
-      if (it.getEntity(entity, QaDb::kForRead) != Qa::eOk) continue;
-      QaGePoint3d at;
-      if (auto* line = QaDbLine::cast(entity)) at = line->startPoint();
-      else if (auto* ref = QaDbBlockReference::cast(entity)) at = ref->position();
-      entity->close();
-      if ((at.x > 150) == right) ids.push_back(it.entityId());
-    }
-    KrmMakeTblModel table(root());
-    ASSERT_TRUE(table.TakeSelection(ids).ok());
-    ASSERT_TRUE(table.ChooseSingleBlocks(authtest::Choose({L"TITLE"})));
-    ASSERT_TRUE(table.ChooseMultiBlocks(authtest::Choose({L"ROW"})));
-    ASSERT_TRUE(table.ChoosePageBase(authtest::Choose({L"ROW"})));
-    ASSERT_TRUE(table.ChoosePageAtt(0, authtest::Choose({L"TITLE"}, L"页码")));
-    ASSERT_TRUE(table.ChoosePageAtt(1, authtest::Choose({L"TITLE"}, L"总页")));
-    ASSERT_TRUE(table.ChoosePageAtt(4, authtest::Choose({L"ROW"}, L"序号")));
-    table.SetName(name);
-    const tabulon::Status saved = table.OnOK();
-    ASSERT_TRUE(saved.ok()) << saved.describe();
+  // Makes one table as the user does: KrmMakeTbl at the command line, the page form
+  // whose left edge is at `left` picked by a window round it, the classes, the page
+  // base and the page attributes chosen in the chooser, the name typed, OK.
+  void MakeTable(const QString& name, double left) {
+    AnswerWith({QStringLiteral("window %1,-10 %2,70\n").arg(left - 10).arg(left + 140)});
+    ModalScript script;
+    script.then<MakeTableDialog>([name](MakeTableDialog& d) {
+      TypeName(d.nameEdit(), name);
+      QTest::mouseClick(d.pickButton(), Qt::LeftButton);
+      QTest::mouseClick(d.singleButton(), Qt::LeftButton);
+      QTest::mouseClick(d.multiButton(), Qt::LeftButton);
+      QTest::mouseClick(d.pageBaseButton(), Qt::LeftButton);
+      QTest::mouseClick(d.pageAttButton(0), Qt::LeftButton);
+      QTest::mouseClick(d.pageAttButton(1), Qt::LeftButton);
+      QTest::mouseClick(d.pageAttButton(4), Qt::LeftButton);
+      QTest::mouseClick(d.okButton(), Qt::LeftButton);
+    });
+    script.then<SelSglDialog>([](SelSglDialog& d) { ChooseRows(d, {QStringLiteral("TITLE")}); });
+    script.then<SelSglDialog>([](SelSglDialog& d) { ChooseRows(d, {QStringLiteral("ROW")}); });
+    script.then<SelSglDialog>([](SelSglDialog& d) { ChooseRows(d, {QStringLiteral("ROW")}); });
+    script.then<SelSglDialog>([](SelSglDialog& d) {
+      ChooseAttribute(d, QStringLiteral("TITLE"), QStringLiteral("页码"));
+    });
+    script.then<SelSglDialog>([](SelSglDialog& d) {
+      ChooseAttribute(d, QStringLiteral("TITLE"), QStringLiteral("总页"));
+    });
+    script.then<SelSglDialog>([](SelSglDialog& d) {
+      ChooseAttribute(d, QStringLiteral("ROW"), QStringLiteral("序号"));
+    });
+    ASSERT_EQ(window->runCommandLine(QStringLiteral("KrmMakeTbl")), std::optional<int>(1));
+    EXPECT_TRUE(script.done());
+    EXPECT_FALSE(script.failed());
+    EXPECT_TRUE(std::filesystem::exists(lib.path() / tabulon::svc::toPath(name.toStdWString() + L".tbl")));
+  }
+
+  // Makes the card as the user does: KrmMakeCard, the name typed, the first-page and
+  // continuation tables picked from the library, OK.
+  void MakeCard(const QString& name) {
+    ModalScript script;
+    script.then<MakeCardDialog>([name](MakeCardDialog& d) {
+      TypeName(d.nameEdit(), name);
+      QTest::mouseClick(d.firstButton(), Qt::LeftButton);
+      QTest::mouseClick(d.nextButton(), Qt::LeftButton);
+      QTest::mouseClick(d.okButton(), Qt::LeftButton);
+    });
+    script.then<LoadCardsDialog>([](LoadCardsDialog& d) { PickTemplate(d, QStringLiteral("首页")); });
+    script.then<LoadCardsDialog>([](LoadCardsDialog& d) { PickTemplate(d, QStringLiteral("续页")); });
+    ASSERT_EQ(window->runCommandLine(QStringLiteral("KrmMakeCard")), std::optional<int>(1));
+    EXPECT_TRUE(script.done());
+    EXPECT_FALSE(script.failed());
+    KrmCardAttributes card;
+    ASSERT_EQ(card.InitCard(tabulon::svc::fromPath(lib.path() / tabulon::svc::toPath(name.toStdWString()))), 1);
+    ASSERT_EQ(card.getTblCount(), 2);
+    EXPECT_EQ(card.getTblFile(0), L"首页");
+    EXPECT_EQ(card.getTblFile(1), L"续页");
   }
 
   static int EntityCount() {
@@ -210,14 +255,10 @@ TEST_F(WholeCircle, FormToTablesToCardCreatedEditedAndUpdated) {
   ASSERT_TRUE(window->openDrawing(form).ok());
   window->show();
 
-  MakeTable(L"首页", false);
-  MakeTable(L"续页", true);
-  KrmMakeCardModel card(root());
-  ASSERT_TRUE(card.ChooseFirst(authtest::Pick(L"/", L"首页")));
-  ASSERT_TRUE(card.ChooseNext(authtest::Pick(L"/", L"续页")));
-  card.SetName(L"工艺卡");
-  const tabulon::Status made = card.OnOK();
-  ASSERT_TRUE(made.ok()) << made.describe();
+  // The templates, made with the commands and their dialogs.
+  ASSERT_NO_FATAL_FAILURE(MakeTable(QStringLiteral("首页"), 0));
+  ASSERT_NO_FATAL_FAILURE(MakeTable(QStringLiteral("续页"), 200));
+  ASSERT_NO_FATAL_FAILURE(MakeCard(QStringLiteral("工艺卡")));
 
   // The card editor's windows are driven by `drive` once they run.
   window->setCardDialogSetup([this](CreateCardDialog& d) {
