@@ -12,6 +12,8 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include <functional>
+
 #include "editor/cell_landing.h"
 #include "editor/editor_commands.h"
 #include "host/ap/qaap_doc_manager.h"
@@ -110,23 +112,28 @@ void CreateCardDialog::build() {
   rows->addStretch(1);
   pageMode_ = new QCheckBox(strings_.text(9406, L"分页"), this);
   rows->addWidget(pageMode_);
-  auto pageButton = [&](const char* name, const QString& text, void (KrmDlgCreateCrd::*step)()) {
+  // Each page button turns the model's page and shows the result; the step is a plain
+  // callable (a member pointer carried through two lambdas trips the address sanitizer).
+  auto pageButton = [this, rows](const char* name, const QString& text, std::function<void()> step) {
     auto* b = new QPushButton(text, this);
     b->setObjectName(QString::fromLatin1(name));
     b->setAutoDefault(false);
     b->setMaximumWidth(32);
-    connect(b, &QPushButton::clicked, this, [this, step] { (model_.*step)(); refresh(); });
+    connect(b, &QPushButton::clicked, this, [this, step = std::move(step)] {
+      step();
+      refresh();
+    });
     rows->addWidget(b);
   };
-  pageButton("firstPage", QStringLiteral("|<"), &KrmDlgCreateCrd::OnFirstPage);
-  pageButton("prevPage", QStringLiteral("<"), &KrmDlgCreateCrd::OnPrevPage);
+  pageButton("firstPage", QStringLiteral("|<"), [this] { model_.OnFirstPage(); });
+  pageButton("prevPage", QStringLiteral("<"), [this] { model_.OnPrevPage(); });
   pageBox_ = new QLineEdit(this);
   pageBox_->setMaximumWidth(48);
   rows->addWidget(pageBox_);
   total_ = new QLabel(this);
   rows->addWidget(total_);
-  pageButton("nextPage", QStringLiteral(">"), &KrmDlgCreateCrd::OnNextPage);
-  pageButton("lastPage", QStringLiteral(">|"), &KrmDlgCreateCrd::OnLastPage);
+  pageButton("nextPage", QStringLiteral(">"), [this] { model_.OnNextPage(); });
+  pageButton("lastPage", QStringLiteral(">|"), [this] { model_.OnLastPage(); });
   layout->addLayout(rows);
 
   auto* data = new QHBoxLayout;
