@@ -17,5 +17,5 @@ if [ $asan = 1 ]; then
      ctest --output-on-failure -j "$(nproc)")
 fi
 if [ $fuzz = 1 ] && [ -x scripts/fuzz.sh ]; then
-  scripts/fuzz.sh 60
+  TEMPLATE_SECONDS=20 EXCHANGE_SECONDS=20 scripts/fuzz.sh 45
 fi
