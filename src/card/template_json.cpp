@@ -171,7 +171,7 @@ bool ParseWith(std::string_view text, std::wstring& reason, Read read) {
   json top;
   try {
     top = json::parse(text.begin(), text.end());
-  } catch (const json::parse_error& e) {
+  } catch (const json::exception& e) {  // bad syntax, or a number too large for any type
     std::string what = e.what();
     if (auto close = what.find("] "); what.rfind("[json.exception", 0) == 0 && close != std::string::npos) {
       what.erase(0, close + 2);

@@ -137,7 +137,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "decimals\": expected an integer"},
         BadFile{"BindingNotText", std::string(kHead) + R"("pageAttributes": {"CLASSCUR": ["T", 3]}})",
                 "pageAttributes.CLASSCUR[1]"},
-        BadFile{"NotUtf8", std::string(kHead) + "\"id\": \"\xff\"}", "not valid JSON"}),
+        BadFile{"NotUtf8", std::string(kHead) + "\"id\": \"\xff\"}", "not valid JSON"},
+        BadFile{"NumberTooLarge", std::string(kHead) + R"("width": 3035905294E848303})", "number overflow"}),
     [](const ::testing::TestParamInfo<BadFile>& info) { return std::string(info.param.name); });
 
 TEST(TemplateJson, InitCardFailsOnBadFiles) {
