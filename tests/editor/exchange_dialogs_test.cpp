@@ -5,29 +5,29 @@
 namespace {
 
 TEST(ExchangeDialogs, ExportSheetProposesTheDrawingsNameAsXlsx) {
-  const KrmFileDialogSpec spec = KrmExchangeDialog(KrmExchangeCommand::kExportSheet, L"", L"工艺卡", L"/work/a.b/part.dxf");
-  EXPECT_TRUE(spec.save);
-  EXPECT_FALSE(spec.askOverwrite);
-  EXPECT_EQ(spec.initialName, L"/work/a.b/part.xlsx");
-  EXPECT_EQ(spec.defaultExtension, L"xlsx");
-  EXPECT_EQ(spec.title, L"保存Excel文件");
+  const KrmFileDialogSpec request = KrmExchangeDialog(KrmExchangeCommand::kExportSheet, L"", L"工艺卡", L"/work/a.b/part.dxf");
+  EXPECT_TRUE(request.save);
+  EXPECT_FALSE(request.askOverwrite);
+  EXPECT_EQ(request.initialName, L"/work/a.b/part.xlsx");
+  EXPECT_EQ(request.defaultExtension, L"xlsx");
+  EXPECT_EQ(request.title, L"保存Excel文件");
 }
 
 TEST(ExchangeDialogs, TextDialogsShowThePatternAndAskBeforeOverwriting) {
-  const KrmFileDialogSpec spec = KrmExchangeDialog(KrmExchangeCommand::kExportText, L"", L"", L"");
-  EXPECT_EQ(spec.initialName, L"*.txt");
-  EXPECT_EQ(spec.filter, L"*.txt|*.txt||");
-  EXPECT_TRUE(spec.askOverwrite);
+  const KrmFileDialogSpec request = KrmExchangeDialog(KrmExchangeCommand::kExportText, L"", L"", L"");
+  EXPECT_EQ(request.initialName, L"*.txt");
+  EXPECT_EQ(request.filter, L"*.txt|*.txt||");
+  EXPECT_TRUE(request.askOverwrite);
   EXPECT_EQ(KrmExchangeDialog(KrmExchangeCommand::kImportText, L"", L"", L"").title, L"打开文本文件");
   EXPECT_EQ(KrmExchangeInitialFolder(L"", L"工艺卡"), L"工艺卡");
   EXPECT_EQ(KrmExchangeInitialFolder(L"/tmp/x.txt", L"工艺卡"), L"/tmp/x.txt");
 }
 
 TEST(ExchangeDialogs, ImportSheetProposesNoNameAndOpensXls) {
-  const KrmFileDialogSpec spec = KrmExchangeDialog(KrmExchangeCommand::kImportSheet, L"/tmp/x.txt", L"", L"/a/b.dxf");
-  EXPECT_FALSE(spec.save);
-  EXPECT_EQ(spec.initialName, L"");
-  EXPECT_EQ(spec.defaultExtension, L"xls");
+  const KrmFileDialogSpec request = KrmExchangeDialog(KrmExchangeCommand::kImportSheet, L"/tmp/x.txt", L"", L"/a/b.dxf");
+  EXPECT_FALSE(request.save);
+  EXPECT_EQ(request.initialName, L"");
+  EXPECT_EQ(request.defaultExtension, L"xls");
 }
 
 }  // namespace

@@ -45,14 +45,14 @@ std::wstring CardShowName(const KrmDlgCreateCrd& model) { return model.Title(L""
 QString CreateCardDialog::chooseFile(bool sheet, bool save) {
   const auto command = sheet ? (save ? KrmExchangeCommand::kExportSheet : KrmExchangeCommand::kImportSheet)
                              : (save ? KrmExchangeCommand::kExportText : KrmExchangeCommand::kImportText);
-  const KrmFileDialogSpec spec = KrmExchangeDialog(command, model_.LastDataFile(), CardShowName(model_), DrawingPath());
-  if (fileChooser_) return fileChooser_(spec);
-  QFileDialog dialog(this, toQString(spec.title), QString(), QtFilter(spec.filter));
-  dialog.setAcceptMode(spec.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(spec.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-  dialog.setDefaultSuffix(toQString(spec.defaultExtension));
-  if (!spec.askOverwrite) dialog.setOption(QFileDialog::DontConfirmOverwrite);
-  if (!spec.initialName.empty()) dialog.selectFile(toQString(spec.initialName));
+  const KrmFileDialogSpec request = KrmExchangeDialog(command, model_.LastDataFile(), CardShowName(model_), DrawingPath());
+  if (fileChooser_) return fileChooser_(request);
+  QFileDialog dialog(this, toQString(request.title), QString(), QtFilter(request.filter));
+  dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dialog.setDefaultSuffix(toQString(request.defaultExtension));
+  if (!request.askOverwrite) dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  if (!request.initialName.empty()) dialog.selectFile(toQString(request.initialName));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return dialog.selectedFiles().front();
 }

@@ -220,8 +220,8 @@ TEST_F(CardEditorWindow, ExportedTextComesBackByImport) {
   TypeInto(1, 2, QStringLiteral("粗车"), Qt::Key_Tab);
   const QString file = QString::fromStdString((lib.path() / "rows.txt").string());
   KrmFileDialogSpec asked;
-  window->setFileChooser([&](const KrmFileDialogSpec& spec) {
-    asked = spec;
+  window->setFileChooser([&](const KrmFileDialogSpec& request) {
+    asked = request;
     return file;
   });
   Click("exportText");
