@@ -3,9 +3,16 @@
 // answers given on the command line.
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
+
+#include "cli_command.h"
+#include "host/ed/qaed_scripted_io.h"
+#include "host/svc/result.h"
+#include "host/svc/utf8.h"
 
 namespace tabulon::cli {
 
@@ -25,5 +32,30 @@ std::optional<std::wstring> AnswerWord(const std::string& answer);
 
 // "dir/name" split into the relative folder "/dir/" and the stem "name".
 std::pair<std::wstring, std::wstring> SplitLibraryName(const std::string& name);
+
+// Names a table or card template model, makes its library folder when missing and
+// writes it through the model's OnOK. `pathOf(model)` gives the path without extension
+// once the model is named. A template of the same name is answered by `answer` through
+// `io`; with no answer given that is an error naming the file. Returns the path.
+template <class Model, class PathOf>
+std::wstring WriteTemplate(Model& model, PathOf pathOf, const std::string& name, const std::string& showName,
+                           const std::wstring& root, const std::wstring& folder, const char* kind,
+                           const wchar_t* extension, QaEdScriptedIO& io, const std::optional<std::wstring>& answer) {
+  model.SetName(svc::fromUtf8(name));
+  if (!showName.empty()) model.SetShowName(svc::fromUtf8(showName));
+  model.SetFolder(folder);
+  std::error_code ignored;
+  std::filesystem::create_directories(svc::toPath(root + folder), ignored);
+
+  const std::wstring path = pathOf(model);
+  if (answer) {
+    io.addAnswer(*answer);
+  } else if (std::filesystem::exists(svc::toPath(path + extension))) {
+    throw CliError(std::string("a ") + kind + " " + svc::toUtf8(path + extension) +
+                   " exists; say with --answer yes (keep its id), no (new id) or cancel what to do");
+  }
+  if (const Status saved = model.OnOK(); !saved.ok()) throw CliError(saved.describe());
+  return path;
+}
 
 }  // namespace tabulon::cli

@@ -69,18 +69,10 @@ void RunMakeCard(const MakeCardArgs& args) {
       return true;
     });
   }
-  model.SetName(svc::fromUtf8(args.name));
-  if (!args.showName.empty()) model.SetShowName(svc::fromUtf8(args.showName));
-  model.SetFolder(folder);
-  std::error_code ignored;
-  fs::create_directories(svc::toPath(root + folder), ignored);
-
-  if (answer) io.addAnswer(*answer);
-  else if (fs::exists(svc::toPath(model.CardPath() + L".crd")))
-    throw CliError("a card template " + svc::toUtf8(model.CardPath()) +
-                   ".crd exists; say with --answer yes (keep its id), no (new id) or cancel what to do");
-  if (const Status saved = model.OnOK(); !saved.ok()) throw CliError(saved.describe());
-  std::cout << "wrote " << svc::toUtf8(model.CardPath()) << ".crd\n";
+  const std::wstring path =
+      WriteTemplate(model, [](const KrmMakeCardModel& m) { return m.CardPath(); }, args.name, args.showName, root,
+                    folder, "card template", L".crd", io, answer);
+  std::cout << "wrote " << svc::toUtf8(path) << ".crd\n";
 }
 
 const CliCommand registration(93, [](CLI::App& app, GlobalOptions& globals) {

@@ -125,19 +125,11 @@ void RunMakeTable(const MakeTableArgs& args) {
                      (k == 4 ? "multi-record" : "single-record") + " classes first");
   }
 
-  model.SetName(svc::fromUtf8(args.name));
-  if (!args.showName.empty()) model.SetShowName(svc::fromUtf8(args.showName));
-  model.SetFolder(folder);
-  std::error_code ignored;
-  fs::create_directories(svc::toPath(root + folder), ignored);
-
-  if (answer) io.addAnswer(*answer);
-  else if (fs::exists(svc::toPath(model.TemplatePath() + L".tbl")))
-    throw CliError("a table template " + svc::toUtf8(model.TemplatePath()) +
-                   ".tbl exists; say with --answer yes (keep its id), no (new id) or cancel what to do");
-  if (const Status saved = model.OnOK(); !saved.ok()) throw CliError(saved.describe());
-  std::cout << "wrote " << svc::toUtf8(model.TemplatePath()) << ".tbl and "
-            << SideDrawingPath(svc::toPath(model.TemplatePath() + L".dwg")).string() << "\n";
+  const std::wstring path =
+      WriteTemplate(model, [](const KrmMakeTblModel& m) { return m.TemplatePath(); }, args.name, args.showName, root,
+                    folder, "table template", L".tbl", io, answer);
+  std::cout << "wrote " << svc::toUtf8(path) << ".tbl and " << SideDrawingPath(svc::toPath(path + L".dwg")).string()
+            << "\n";
 }
 
 const CliCommand registration(92, [](CLI::App& app, GlobalOptions& globals) {

@@ -44,16 +44,26 @@ void BoxDialog::accept() {
   QDialog::accept();
 }
 
-bool RunAddRowDialog(KrmDlgAddRow& model, const UiStrings& strings, QWidget* parent) {
-  BoxDialog dialog(strings.text(9440, L"插入行"), parent);
-  dialog.setObjectName(QStringLiteral("KrmDlgAddRow"));
-  dialog.addBox(strings.text(9441, L"行数:"), model.countText, "count");
-  dialog.setCheck([&model](QString& message) {
+namespace {
+
+// The check of a row dialog whose model explains a refused value in a message.
+template <class Model>
+auto AcceptSayingWhy(Model& model) {
+  return [&model](QString& message) {
     std::wstring text;
     const bool ok = model.Accept(text);
     message = toQString(text);
     return ok;
-  });
+  };
+}
+
+}  // namespace
+
+bool RunAddRowDialog(KrmDlgAddRow& model, const UiStrings& strings, QWidget* parent) {
+  BoxDialog dialog(strings.text(9440, L"插入行"), parent);
+  dialog.setObjectName(QStringLiteral("KrmDlgAddRow"));
+  dialog.addBox(strings.text(9441, L"行数:"), model.countText, "count");
+  dialog.setCheck(AcceptSayingWhy(model));
   dialog.finishLayout();
   return dialog.exec() == QDialog::Accepted;
 }
@@ -63,12 +73,7 @@ bool RunDelRowDialog(KrmDlgDelRow& model, const UiStrings& strings, QWidget* par
   dialog.setObjectName(QStringLiteral("KrmDlgDelRow"));
   dialog.addBox(strings.text(9443, L"从:"), model.fromText, "from");
   dialog.addBox(strings.text(9444, L"到:"), model.toText, "to");
-  dialog.setCheck([&model](QString& message) {
-    std::wstring text;
-    const bool ok = model.Accept(text);
-    message = toQString(text);
-    return ok;
-  });
+  dialog.setCheck(AcceptSayingWhy(model));
   dialog.finishLayout();
   return dialog.exec() == QDialog::Accepted;
 }
