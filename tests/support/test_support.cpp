@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <random>
 #include <sstream>
@@ -34,6 +35,16 @@ ScratchDir::~ScratchDir() {
   std::error_code ec;
   fs::permissions(path_, fs::perms::owner_all, fs::perm_options::add, ec);
   fs::remove_all(path_, ec);
+}
+
+PrivateHome::PrivateHome() {
+  if (const char* old = std::getenv("TABULON_HOME")) previous_ = old;
+  ::setenv("TABULON_HOME", dir_.path().c_str(), 1);
+}
+
+PrivateHome::~PrivateHome() {
+  if (previous_) ::setenv("TABULON_HOME", previous_->c_str(), 1);
+  else ::unsetenv("TABULON_HOME");
 }
 
 std::string shellQuote(const std::string& arg) {

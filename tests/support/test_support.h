@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,21 @@ class ScratchDir {
 
  private:
   std::filesystem::path path_;
+};
+
+// Points TABULON_HOME at a fresh scratch folder for the object's lifetime and puts
+// the old value back afterwards.
+class PrivateHome {
+ public:
+  PrivateHome();
+  ~PrivateHome();
+  PrivateHome(const PrivateHome&) = delete;
+  PrivateHome& operator=(const PrivateHome&) = delete;
+  const std::filesystem::path& path() const { return dir_.path(); }
+
+ private:
+  ScratchDir dir_;
+  std::optional<std::string> previous_;
 };
 
 struct CommandResult {
