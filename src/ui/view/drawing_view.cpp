@@ -215,7 +215,7 @@ void DrawingView::renderRegion(QImage &image, const QRect &rect) {
       continue;
     }
     if (const auto *t = std::get_if<render::RenderText>(&item); t && t->height * view_.scale() < kGreekPixels) {
-      batch.line(rgbOf(t->color), std::max(1.0, t->height * view_.scale() * 0.6), GreekedTextLine(*t));
+      batch.line(rgbOf(t->color), std::max(1.0, t->height * view_.scale() * 0.6), index_->greekLine(i));
       continue;
     }
     batch.flush(p);

@@ -98,6 +98,12 @@ bool segmentMeetsBox(QPointF a, QPointF b, const WorldBox& box) {
   return true;
 }
 
+double area(const WorldBox& b) { return b.empty() ? 0.0 : (b.maxX - b.minX) * (b.maxY - b.minY); }
+
+WorldBox overlap(const WorldBox& a, const WorldBox& b) {
+  return {std::max(a.minX, b.minX), std::max(a.minY, b.minY), std::min(a.maxX, b.maxX), std::min(a.maxY, b.maxY)};
+}
+
 bool pointInPolygon(QPointF p, const QPointF* poly, int n) {
   bool in = false;
   for (int i = 0, j = n - 1; i < n; j = i++) {
@@ -114,8 +120,10 @@ SceneIndex::SceneIndex(RenderScene scene) : scene_(std::move(scene)) {
   const std::size_t n = scene_.items.size();
   scene_.owners.resize(n);
   itemBoxes_.reserve(n);
+  greekLines_.resize(n);
   for (std::size_t i = 0; i < n; ++i) {
     itemBoxes_.push_back(boxOf(scene_.items[i]));
+    if (const auto* t = std::get_if<RenderText>(&scene_.items[i])) greekLines_[i] = GreekedTextLine(*t);
     if (entities_.empty() || entities_.back().id != scene_.owners[i]) entities_.push_back({scene_.owners[i], i, i, kNoBox});
     Entity& e = entities_.back();
     e.end = i + 1;
@@ -156,6 +164,15 @@ WorldBox SceneIndex::extents() const {
 std::vector<std::size_t> SceneIndex::itemsIn(const WorldBox& box) const {
   std::vector<std::size_t> out;
   if (box.empty()) return out;
+  // A window on a large part of the drawing meets most items: one pass over the
+  // boxes, already in drawing order, is quicker than walking the tree and sorting.
+  const WorldBox all = extents();
+  if (!all.empty() && area(overlap(box, all)) >= 0.25 * area(all)) {
+    out.reserve(itemBoxes_.size());
+    for (std::size_t i = 0; i < itemBoxes_.size(); ++i)
+      if (meets(itemBoxes_[i], box)) out.push_back(i);
+    return out;
+  }
   const Tree& tree = trees().items;
   for (auto it = tree.qbegin(bgi::intersects(toBBox(box))); it != tree.qend(); ++it)
     out.push_back(it->second);

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include <QLineF>
 #include <QPointF>
 
 #include "drawing/render/render_scene.h"
@@ -25,6 +26,9 @@ class SceneIndex {
   const render::RenderScene& scene() const { return scene_; }
   WorldBox extents() const;
   const WorldBox& itemBox(std::size_t item) const { return itemBoxes_[item]; }
+  // The stroke a text too small to read is drawn as, in painting coordinates (y
+  // pointing down), worked out once; a null line for items that are not texts.
+  const QLineF& greekLine(std::size_t item) const { return greekLines_[item]; }
 
   // Items whose boxes meet `box`, in drawing order.
   std::vector<std::size_t> itemsIn(const WorldBox& box) const;
@@ -55,6 +59,7 @@ class SceneIndex {
 
   render::RenderScene scene_;
   std::vector<WorldBox> itemBoxes_;
+  std::vector<QLineF> greekLines_;
   std::vector<Entity> entities_;
   mutable std::unique_ptr<Trees> trees_;
 };

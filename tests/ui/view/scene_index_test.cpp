@@ -61,6 +61,39 @@ TEST_F(SceneIndexTest, CullingKeepsOnlyItemsMeetingTheBox) {
   EXPECT_EQ(index.scene().owners[items.front()].handle(), handles.circle);
 }
 
+// Small windows go through the tree, large ones through one pass over the boxes;
+// either way the items come in drawing order, exactly those whose boxes meet it.
+TEST_F(SceneIndexTest, CullingGivesTheMeetingItemsInDrawingOrderForEveryWindowSize) {
+  for (const WorldBox box : {WorldBox{24, 24, 36, 36}, WorldBox{-1, -1, 61, 12}, WorldBox{-5, -5, 70, 50},
+                             WorldBox{100, 100, 200, 200}}) {
+    std::vector<std::size_t> expected;
+    for (std::size_t i = 0; i < index.scene().items.size(); ++i) {
+      const WorldBox &b = index.itemBox(i);
+      if (!b.empty() && b.minX <= box.maxX && b.maxX >= box.minX && b.minY <= box.maxY && b.maxY >= box.minY)
+        expected.push_back(i);
+    }
+    EXPECT_EQ(index.itemsIn(box), expected) << box.minX << "," << box.minY << " " << box.maxX << "," << box.maxY;
+  }
+}
+
+TEST_F(SceneIndexTest, GreekLineRunsAlongTheTextAtHalfItsHeight) {
+  int texts = 0;
+  for (std::size_t i = 0; i < index.scene().items.size(); ++i) {
+    const QLineF line = index.greekLine(i);
+    if (index.scene().owners[i].handle() != handles.text) {
+      EXPECT_TRUE(line.isNull());
+      continue;
+    }
+    ++texts;
+    // Painting coordinates: y points down, so the text at y 40 and 2.5 high sits at -41.25.
+    EXPECT_DOUBLE_EQ(line.y1(), -41.25);
+    EXPECT_DOUBLE_EQ(line.y2(), -41.25);
+    EXPECT_DOUBLE_EQ(line.x1(), 0.0);
+    EXPECT_GT(line.x2(), 0.0);
+  }
+  EXPECT_EQ(texts, 1);
+}
+
 TEST(ViewTransform, ZoomKeepsTheWorldPointUnderTheCursor) {
   tabulon::ui::ViewTransform view;
   view.setWindowSize(QSize(400, 300));
