@@ -46,6 +46,9 @@ class CreateCardDialog : public CResizeDlg {
   // Replaces the file dialogs of import and export (tests): gets what the dialog would
   // show, answers the chosen path or "" for cancel.
   void setFileChooser(std::function<QString(const KrmFileDialogSpec&)> chooser) { fileChooser_ = std::move(chooser); }
+  // Opens a file as the desktop does with a double click: a spreadsheet, once it is
+  // exported, opens in the user's spreadsheet program. Tests record the path instead.
+  void setFileOpener(std::function<void(const QString &)> opener) { fileOpener_ = std::move(opener); }
   // The result of the last export.
   const Status& lastExport() const { return lastExport_; }
 
@@ -108,6 +111,7 @@ class CreateCardDialog : public CResizeDlg {
   std::function<void()> pickCard_;
   std::function<void(const QaGePoint3d&, const QaGePoint3d&)> showArea_;
   std::function<QString(const KrmFileDialogSpec&)> fileChooser_;
+  std::function<void(const QString &)> fileOpener_;
   Status lastExport_;
   QTabBar *tabs_ = nullptr;
   CGridCtrl *grid_ = nullptr;

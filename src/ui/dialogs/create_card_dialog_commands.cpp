@@ -1,7 +1,9 @@
 // The card editor window's commands that open further windows or let the user work in
 // the drawing: file exchange, word library, picking, page numbering and arrangement,
 // preview, update and the pick of another card.
+#include <QDesktopServices>
 #include <QFileDialog>
+#include <QUrl>
 
 #include "editor/exchange_dialogs.h"
 #include "editor/krm_dlg_create_crd.h"
@@ -71,6 +73,11 @@ void CreateCardDialog::exportFile(bool sheet) {
   if (path.isEmpty()) return;
   lastExport_ = sheet ? model_.ExportSheetFile(toWString(path)) : model_.ExportTextFile(toWString(path));
   refresh();
+  // A spreadsheet written whole is shown to the user in their spreadsheet program.
+  if (sheet && lastExport_.ok()) {
+    if (fileOpener_) fileOpener_(path);
+    else QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+  }
 }
 
 bool CreateCardDialog::chooseWordText(std::wstring& word) {

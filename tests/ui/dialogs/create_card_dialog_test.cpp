@@ -234,6 +234,21 @@ TEST_F(CardEditorWindow, ExportedTextComesBackByImport) {
   ExpectGridShown();
 }
 
+TEST_F(CardEditorWindow, ExportedSheetOpensAfterwardsAndAFailedOneDoesNot) {
+  TypeInto(1, 2, QStringLiteral("粗车"), Qt::Key_Tab);
+  QString chosen = QString::fromStdString((lib.path() / "rows.xlsx").string());
+  window->setFileChooser([&](const KrmFileDialogSpec&) { return chosen; });
+  QStringList opened;
+  window->setFileOpener([&](const QString& path) { opened << path; });
+  Click("exportSheet");
+  ASSERT_TRUE(window->lastExport().ok()) << window->lastExport().describe();
+  EXPECT_EQ(opened, QStringList{chosen});
+  chosen = QString::fromStdString((lib.path() / "missing" / "rows.xlsx").string());
+  Click("exportSheet");
+  EXPECT_FALSE(window->lastExport().ok());
+  EXPECT_EQ(opened.size(), 1);
+}
+
 TEST_F(CardEditorWindow, FinishInCreateModeGeneratesTheCard) {
   TypeInto(1, 2, QStringLiteral("车外圆"), Qt::Key_Tab);
   Click("finish");
