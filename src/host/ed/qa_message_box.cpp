@@ -1,6 +1,7 @@
 #include "host/ed/qa_message_box.h"
 
 #include "host/ed/qaed_user_io.h"
+#include "host/rx/qa_lang_resource.h"
 
 int QaMessageBox(std::wstring_view text, unsigned type) {
   return qaedUserIO().messageBox(text, kOstrelSuiteCaption, type);
@@ -9,7 +10,7 @@ int QaMessageBox(std::wstring_view text, unsigned type) {
 void SdShowMsg(std::wstring_view text) { QaMessageBox(text, MB_OK | MB_ICONINFORMATION); }
 
 void showMessageKrmCadNotInitialized() {
-  QaMessageBox(L"图框库未就绪: 当前图纸中没有找到图框 (options.ini [KrmFrame] FrameBlocks, 或扩展数据 KRM_FRAME)。",
+  QaMessageBox(KrmLoadString(9508, L"图框库未就绪: 当前图纸中没有找到图框 (options.ini [KrmFrame] FrameBlocks, 或扩展数据 KRM_FRAME)。"),
                MB_OK | MB_ICONWARNING);
 }
 

@@ -95,11 +95,11 @@ std::vector<std::wstring> QaEdCommandStack::groups() const {
 std::optional<int> QaEdCommandStack::invoke(std::wstring_view typed) {
   const QaEdCommand* found = lookupCmd(typed);
   if (!found) {
-    qautPrintf(L"\n未知命令\"%ls\"。", std::wstring(typed).c_str());
+    qautPrintf(L"%ls", KrmLoadString(9505, L"\n未知命令\"%1\"。", {typed}).c_str());
     return std::nullopt;
   }
   if (!active_.empty() && !(found->flags & QA_CMD_TRANSPARENT)) {
-    qautPrintf(L"\n命令 %ls 正在运行, 不能启动 %ls。", active_.c_str(), found->localName.c_str());
+    qautPrintf(L"%ls", KrmLoadString(9506, L"\n命令 %1 正在运行, 不能启动 %2。", {active_, found->localName}).c_str());
     return std::nullopt;
   }
   // A copy: the handler may change the command table (unloading its own module).
@@ -109,7 +109,7 @@ std::optional<int> QaEdCommandStack::invoke(std::wstring_view typed) {
   try {
     return command.handler();
   } catch (const std::exception& e) {
-    qautPrintf(L"\n命令 %ls 异常结束: %ls", command.localName.c_str(), tabulon::svc::fromUtf8(e.what()).c_str());
+    qautPrintf(L"%ls", KrmLoadString(9507, L"\n命令 %1 异常结束: %2", {command.localName, tabulon::svc::fromUtf8(e.what())}).c_str());
     return std::nullopt;
   }
 }

@@ -2,6 +2,7 @@
 
 #include "host/ed/qaed_state.h"
 #include "host/ed/qaed_user_io.h"
+#include "host/rx/qa_lang_resource.h"
 
 #include <sstream>
 
@@ -43,7 +44,7 @@ int qaedGetPoint(const QaGePoint3d* base, const wchar_t* prompt, QaGePoint3d& re
         return RTNORM;
       case QaEdInput::Kind::Enter:
         if (init.flags & RSG_NONULL) {
-          io.print(L"\n需要点或选项关键字。");
+          io.print(KrmLoadString(9502, L"\n需要点或选项关键字。"));
           continue;
         }
         return RTNONE;
@@ -62,7 +63,7 @@ int qaedGetPoint(const QaGePoint3d* base, const wchar_t* prompt, QaGePoint3d& re
       default:
         break;
     }
-    io.print(L"\n需要点或选项关键字。");
+    io.print(KrmLoadString(9502, L"\n需要点或选项关键字。"));
   }
 }
 
@@ -74,7 +75,7 @@ int qaedGetString(const wchar_t* prompt, std::wstring& result) {
     const QaEdInput input = io.request(request);
     if (input.kind == QaEdInput::Kind::Cancel) return RTCAN;
     if (input.kind == QaEdInput::Kind::Enter && (init.flags & RSG_NONULL)) {
-      io.print(L"\n需要输入文字。");
+      io.print(KrmLoadString(9503, L"\n需要输入文字。"));
       continue;
     }
     const std::wstring text = input.kind == QaEdInput::Kind::Text ? input.text : std::wstring();

@@ -9,6 +9,7 @@
 #include "host/ed/qaed_result_codes.h"
 #include "host/ed/qaed_state.h"
 #include "host/ed/qaed_user_io.h"
+#include "host/rx/qa_lang_resource.h"
 
 #include <algorithm>
 #include <cwctype>
@@ -17,7 +18,7 @@
 
 namespace {
 
-constexpr const wchar_t* kSelectPrompt = L"\n选择对象: ";
+std::wstring SelectPrompt() { return KrmLoadString(9004, L"\n选择对象: "); }
 
 std::optional<QaDbExtents> extentsOf(QaDbObjectId id) {
   QaDbObjectPointer<QaDbEntity> entity(id, QaDb::kForRead);
@@ -84,7 +85,7 @@ bool applySelection(QaDbDatabase* db, const QaEdInput& input, const wchar_t* rem
   auto addHandle = [&](QaDbHandle h, bool removing) {
     const auto id = modelSpaceEntity(db, h);
     if (id.isNull()) {
-      io.print(L"\n未找到对象 #" + h.text() + L"。");
+      io.print(KrmLoadString(9500, L"\n未找到对象 #%1。", {h.text()}));
       return;
     }
     removing ? removeFrom(set, id) : addUnique(set, id);
@@ -101,7 +102,7 @@ bool applySelection(QaDbDatabase* db, const QaEdInput& input, const wchar_t* rem
       return true;
     case QaEdInput::Kind::Point:
       if (auto id = qaedEntityAtPoint(db, input.point); !id.isNull()) addUnique(set, id);
-      else io.print(L"\n未选中对象。");
+      else io.print(KrmLoadString(9005, L"\n未选中对象。"));
       return true;
     case QaEdInput::Kind::Text:
       break;
@@ -125,11 +126,11 @@ bool applySelection(QaDbDatabase* db, const QaEdInput& input, const wchar_t* rem
       i += 2;
     } else if (auto point = qaedParsePoint(list[i])) {
       if (auto id = qaedEntityAtPoint(db, *point); !id.isNull()) removing ? removeFrom(set, id) : addUnique(set, id);
-      else io.print(L"\n未选中对象。");
+      else io.print(KrmLoadString(9005, L"\n未选中对象。"));
     } else {
       const auto parsed = qaedParseInput(list[i], QaEdRequest::Kind::Selection);
       if (parsed.kind != QaEdInput::Kind::Handles) {
-        io.print(L"\n无法识别的选择: " + list[i]);
+        io.print(KrmLoadString(9007, L"\n无法识别的选择: ") + list[i]);
         return false;
       }
       for (auto h : parsed.handles) addHandle(h, removing);
@@ -142,7 +143,7 @@ bool applySelection(QaDbDatabase* db, const QaEdInput& input, const wchar_t* rem
 int userSelection(QaDbDatabase* db, const wchar_t* prompt, const wchar_t* removePrompt, std::vector<QaDbObjectId>& out) {
   out.clear();
   const auto init = qaedTakeInitGet();
-  QaEdRequest request{QaEdRequest::Kind::Selection, prompt ? prompt : kSelectPrompt, std::nullopt, init.keywords};
+  QaEdRequest request{QaEdRequest::Kind::Selection, prompt ? std::wstring(prompt) : SelectPrompt(), std::nullopt, init.keywords};
   auto& io = qaedUserIO();
   while (true) {
     const auto input = io.request(request);
@@ -152,7 +153,7 @@ int userSelection(QaDbDatabase* db, const wchar_t* prompt, const wchar_t* remove
       out.clear();
       continue;
     }
-    io.print(L"\n找到 " + std::to_wstring(out.size()) + L" 个");
+    io.print(KrmLoadString(9501, L"\n找到 %1 个", {std::to_wstring(out.size())}));
     return out.empty() ? RTERROR : RTNORM;
   }
 }
@@ -276,7 +277,7 @@ std::vector<QaDbObjectId> QaEdSelectionSet::ids() const {
 int EntSelEx(const wchar_t* prompt, QaDbObjectId& id, QaGePoint3d& pickPoint) {
   id = QaDbObjectId();
   const auto init = qaedTakeInitGet();
-  QaEdRequest request{QaEdRequest::Kind::Entity, prompt ? prompt : L"\n选择对象: ", std::nullopt, init.keywords};
+  QaEdRequest request{QaEdRequest::Kind::Entity, prompt ? std::wstring(prompt) : SelectPrompt(), std::nullopt, init.keywords};
   auto& io = qaedUserIO();
   QaDbDatabase* db = qaWorkingDatabase();
   while (true) {
@@ -292,7 +293,7 @@ int EntSelEx(const wchar_t* prompt, QaDbObjectId& id, QaGePoint3d& pickPoint) {
           pickPoint = input.point;
           return RTNORM;
         }
-        io.print(L"\n未选中对象。");
+        io.print(KrmLoadString(9005, L"\n未选中对象。"));
         continue;
       case QaEdInput::Kind::Handles:
         if (db && input.handles.size() == 1) {
@@ -303,7 +304,7 @@ int EntSelEx(const wchar_t* prompt, QaDbObjectId& id, QaGePoint3d& pickPoint) {
             else pickPoint = ext ? ext->minPoint() + (ext->maxPoint() - ext->minPoint()) * 0.5 : QaGePoint3d();
             return RTNORM;
           }
-          io.print(L"\n未找到对象 #" + input.handles.front().text() + L"。");
+          io.print(KrmLoadString(9500, L"\n未找到对象 #%1。", {input.handles.front().text()}));
           continue;
         }
         break;
@@ -316,7 +317,7 @@ int EntSelEx(const wchar_t* prompt, QaDbObjectId& id, QaGePoint3d& pickPoint) {
       default:
         break;
     }
-    io.print(L"\n需要选择一个对象。");
+    io.print(KrmLoadString(9504, L"\n需要选择一个对象。"));
   }
 }
 

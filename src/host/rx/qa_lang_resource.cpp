@@ -85,3 +85,21 @@ std::wstring KrmLoadString(unsigned id, std::wstring_view literal) {
   }
   return std::wstring(literal);
 }
+
+std::wstring KrmLoadString(unsigned id, std::wstring_view literal, std::initializer_list<std::wstring_view> args) {
+  const std::wstring text = KrmLoadString(id, literal);
+  std::wstring out;
+  out.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == L'%' && i + 1 < text.size() && text[i + 1] >= L'1' && text[i + 1] <= L'9') {
+      const std::size_t n = static_cast<std::size_t>(text[i + 1] - L'1');
+      if (n < args.size()) {
+        out += *(args.begin() + n);
+        ++i;
+        continue;
+      }
+    }
+    out += text[i];
+  }
+  return out;
+}

@@ -7,6 +7,7 @@
 #include "host/rx/qa_string_table.h"
 
 #include <filesystem>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -67,3 +68,6 @@ class QaResourceScope {
 
 // Text `id` of the current module, or `literal` when there is none or it lacks the id.
 std::wstring KrmLoadString(unsigned id, std::wstring_view literal);
+// The same text with %1, %2, ... replaced by `args` in turn (a translation may put
+// them in another order).
+std::wstring KrmLoadString(unsigned id, std::wstring_view literal, std::initializer_list<std::wstring_view> args);

@@ -65,6 +65,17 @@ TEST(KrmLoadString, FallsBackOnTheLiteral) {
   EXPECT_EQ(qaResourceHandle(), nullptr);
 }
 
+TEST(KrmLoadString, PutsTheArgumentsWhereTheTranslationHasItsPlaceholders) {
+  EXPECT_EQ(KrmLoadString(99999, L"命令 %1 正在运行, 不能启动 %2。", {L"A", L"B"}), L"命令 A 正在运行, 不能启动 B。");
+  EXPECT_EQ(KrmLoadString(99999, L"%2 before %1", {L"one", L"two"}), L"two before one");
+  // A placeholder without an argument, and a lone percent sign, stay as they are.
+  EXPECT_EQ(KrmLoadString(99999, L"%1 of %3, 50%", {L"x"}), L"x of %3, 50%");
+  auto english = loadLangResourceDLL("KrmTabulon", "en", 0);
+  ASSERT_NE(english, nullptr);
+  QaResourceScope scope(english.get());
+  EXPECT_EQ(KrmLoadString(9501, L"\n找到 %1 个", {L"3"}), L"\n3 found");
+}
+
 TEST(QaLangResource, TablesOfEveryLanguageReadAndCarryTheSameIds) {
   const auto folder = tabulon::test::sourceDir() / "resources" / "strings";
   const auto zh = QaStringTable::load(folder / "zh_CN.ini");
