@@ -309,13 +309,9 @@ void CreateCardDialog::refresh() {
 void CreateCardDialog::showLanding(int col, const QString& text) {
   const KrmDataGrid& table = model_.Grid().GetGridData();
   if (col < 1 || col > static_cast<int>(table.cols.size())) return landing_->clear();
-  QaDbObjectId style;
-  if (QaDbDatabase* db = qaDocManager().workingDatabase()) {
-    QaDbObjectPointer<QaDbTextStyleTable> styles(db->textStyleTableId(), QaDb::kForRead);
-    if (styles) style = styles->getAt(L"Standard");
-  }
   const KrmAttSet& cell = table.cols[static_cast<std::size_t>(col - 1)].att;
-  landing_->setText(toQString(DescribeCellLanding(MeasureCellLanding(cell, toWString(text), style))));
+  const KrmCellLook look = FindCellLook(table, cell, qaDocManager().workingDatabase());
+  landing_->setText(toQString(DescribeCellLanding(MeasureCellLanding(cell, toWString(text), look))));
 }
 
 void CreateCardDialog::endEdit(int row, int col, const QString& text, int key) {
