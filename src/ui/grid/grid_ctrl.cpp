@@ -511,15 +511,31 @@ void CGridCtrl::SetFont(const QFont &font) {
 bool CGridCtrl::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) {
   if (!editable_ && trigger != QAbstractItemView::AllEditTriggers) return false;
   delegate_->setOpenedByKey(trigger == QAbstractItemView::AnyKeyPressed);
-  const bool opened = QTableView::edit(index, trigger, event);
+  // A click, F2 or Return put the caret after the text; a key decides by itself, and
+  // only a key that replaces the text is typed into the editor.
+  EditStart start = EditStart::CaretAfterText;
+  if (trigger == QAbstractItemView::AnyKeyPressed && event && event->type() == QEvent::KeyPress)
+    start = EditStartFor(static_cast<QKeyEvent *>(event)->key());
+  const bool opened = QTableView::edit(index, trigger, start == EditStart::ReplaceText ? event : nullptr);
   if (opened && index.isValid() && state() == QAbstractItemView::EditingState) {
     editing_ = {model_->gridRow(index), model_->gridColumn(index)};
     editStartText_ = GetItemText(editing_.row, editing_.col);
     if (auto *line = qobject_cast<QLineEdit *>(indexWidget(index) ? indexWidget(index) : focusWidget())) {
-      // Return, F2 or a click put the caret after the text; a typed key replaces it.
-      if (trigger != QAbstractItemView::AnyKeyPressed) {
-        line->deselect();
-        line->setCursorPosition(static_cast<int>(line->text().size()));
+      switch (start) {
+        case EditStart::CaretAfterText:
+          line->deselect();
+          line->setCursorPosition(static_cast<int>(line->text().size()));
+          break;
+        case EditStart::CaretBeforeText:
+          line->deselect();
+          line->setCursorPosition(0);
+          break;
+        case EditStart::SelectAll:
+          line->selectAll();
+          break;
+        case EditStart::AsOpened:
+        case EditStart::ReplaceText:
+          break;
       }
     }
   }
@@ -548,6 +564,12 @@ void CGridCtrl::keyPressEvent(QKeyEvent *event) {
   if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && state() != EditingState &&
       currentIndex().isValid()) {
     if (edit(currentIndex(), QAbstractItemView::EditKeyPressed, event)) return;
+  }
+  // Backspace and Delete start an edit too, as in a spreadsheet: the one keeps the text
+  // with the caret after it, the other clears it.
+  if ((event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete) && event->modifiers() == Qt::NoModifier &&
+      state() != EditingState && currentIndex().isValid()) {
+    if (edit(currentIndex(), QAbstractItemView::AnyKeyPressed, event)) return;
   }
   if (event->matches(QKeySequence::Copy)) return OnEditCopy();
   if (event->matches(QKeySequence::Cut)) return OnEditCut();

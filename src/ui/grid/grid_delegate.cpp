@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QKeyEvent>
@@ -26,6 +27,22 @@ constexpr int kMaxListWidth = 200;
 int InPlaceEditWidth(int textWidth, int blanksWidth, int cellWidth, int room) {
   const int wanted = std::min(textWidth + blanksWidth, kMaxEditWidth);
   return std::max(cellWidth, std::min(wanted, std::max(room, cellWidth)));
+}
+
+EditStart EditStartFor(int key) {
+  switch (key) {
+    case Qt::Key_Return: case Qt::Key_Enter: case Qt::Key_Backspace: case Qt::Key_PageUp: case Qt::Key_PageDown:
+    case Qt::Key_Home: case Qt::Key_Left: case Qt::Key_Up: case Qt::Key_Down:
+      return EditStart::CaretAfterText;
+    case Qt::Key_Tab: case Qt::Key_Backtab:
+      return EditStart::SelectAll;
+    case Qt::Key_End: case Qt::Key_Right:
+      return EditStart::CaretBeforeText;
+    case Qt::Key_Space:
+      return EditStart::AsOpened;
+    default:
+      return EditStart::ReplaceText;
+  }
 }
 
 GridDelegate::GridDelegate(GridModel &model, QObject *parent) : QStyledItemDelegate(parent), model_(model) {}
@@ -67,6 +84,7 @@ QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
   }
   auto *edit = new QLineEdit(parent);
   edit->setFrame(false);
+  edit->setToolTip(textOf(9118, L"按Ctrl键+鼠标双击进入词句库"));
   edit->installEventFilter(const_cast<GridDelegate *>(this));
   edit->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(edit, &QWidget::customContextMenuRequested, edit, [self = const_cast<GridDelegate *>(this), edit](const QPoint &at) { self->showMenu(edit, at); });
@@ -176,6 +194,11 @@ bool GridDelegate::leaveCell(QLineEdit *edit, QKeyEvent *key) {
 }
 
 bool GridDelegate::eventFilter(QObject *editor, QEvent *event) {
+  if (event->type() == QEvent::MouseButtonDblClick && qobject_cast<QLineEdit *>(editor) &&
+      (static_cast<QMouseEvent *>(event)->modifiers() & Qt::ControlModifier)) {
+    emit wordLibraryRequested();
+    return true;
+  }
   if (event->type() == QEvent::KeyPress) {
     auto *key = static_cast<QKeyEvent *>(event);
     const bool ctrl = key->modifiers() & Qt::ControlModifier;

@@ -44,8 +44,8 @@ class GridDelegate : public QStyledItemDelegate {
   void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
  signals:
-  // Ctrl+W or Insert (the word library) and Ctrl+G (pick text from the drawing) in an
-  // open text editor.
+  // Ctrl+W, Insert or a Ctrl + double click (the word library) and Ctrl+G (pick text
+  // from the drawing) in an open text editor.
   void wordLibraryRequested();
   void pickTextRequested();
 
@@ -69,5 +69,12 @@ class GridDelegate : public QStyledItemDelegate {
 // two blanks added, never narrower than the cell nor wider than 240 pixels (unless
 // the cell is), nor wider than `room`.
 int InPlaceEditWidth(int textWidth, int blanksWidth, int cellWidth, int room);
+
+// How a text editor opened by a key starts: Return, Backspace, Page Up, Page Down,
+// Home, Left, Up and Down put the caret after the text; Tab selects it all; End and
+// Right put the caret before it; Space opens it without typing anything; any other key
+// replaces the text with what it types.
+enum class EditStart { CaretAfterText, SelectAll, CaretBeforeText, AsOpened, ReplaceText };
+EditStart EditStartFor(int key);
 
 }  // namespace tabulon::ui

@@ -14,6 +14,7 @@
 #include "support/test_support.h"
 #include "ui/grid/grid_clipboard.h"
 #include "ui/grid/grid_ctrl.h"
+#include "ui/grid/grid_delegate.h"
 #include "ui/grid/grid_find.h"
 #include "ui/grid/grid_model.h"
 
@@ -232,6 +233,60 @@ TEST_F(GridCtrlTest, CtrlArrowAtTheEdgeLeavesTheCellAndMovesOn) {
   EXPECT_EQ(spy.at(0).at(4).toInt(), int(Qt::Key_Down));
   EXPECT_EQ(grid.GetFocusCell().row, 2);
   EXPECT_EQ(grid.GetFocusCell().col, 1);
+}
+
+// A key typed on a cell opens its editor; only keys that type replace the text.
+struct FirstKeyCase {
+  const char *name;
+  Qt::Key key;
+  QString text;     // the editor's text right after the key
+  int caret;        // where its caret then stands
+  bool allSelected;
+};
+
+class GridFirstKey : public GridCtrlTest, public ::testing::WithParamInterface<FirstKeyCase> {};
+
+TEST_P(GridFirstKey, DecidesHowTheEditorStarts) {
+  const FirstKeyCase &c = GetParam();
+  grid.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&grid));
+  grid.setCurrentIndex(grid.gridModel().indexOf(1, 1));
+  grid.setFocus();
+  QTest::keyClick(&grid, c.key);
+  auto *editor = grid.viewport()->findChild<QLineEdit *>();
+  ASSERT_NE(editor, nullptr);
+  EXPECT_EQ(editor->text(), c.text);
+  EXPECT_EQ(editor->cursorPosition(), c.caret);
+  EXPECT_EQ(editor->hasSelectedText() && editor->selectedText() == editor->text(), c.allSelected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, GridFirstKey,
+    ::testing::Values(FirstKeyCase{"BackspaceKeepsTheTextWithTheCaretAfterIt", Qt::Key_Backspace, "1,1", 3, false},
+                      FirstKeyCase{"LetterReplacesTheText", Qt::Key_X, "x", 1, false},
+                      FirstKeyCase{"DeleteReplacesTheTextWithNothing", Qt::Key_Delete, "", 0, false}),
+    [](const ::testing::TestParamInfo<FirstKeyCase> &info) { return std::string(info.param.name); });
+
+TEST(GridEditStart, KeysThatDoNotTypeOnlyPlaceTheCaret) {
+  using tabulon::ui::EditStart;
+  EXPECT_EQ(tabulon::ui::EditStartFor(Qt::Key_Home), EditStart::CaretAfterText);
+  EXPECT_EQ(tabulon::ui::EditStartFor(Qt::Key_Tab), EditStart::SelectAll);
+  EXPECT_EQ(tabulon::ui::EditStartFor(Qt::Key_End), EditStart::CaretBeforeText);
+  EXPECT_EQ(tabulon::ui::EditStartFor(Qt::Key_Space), EditStart::AsOpened);
+  EXPECT_EQ(tabulon::ui::EditStartFor(Qt::Key_5), EditStart::ReplaceText);
+}
+
+TEST_F(GridCtrlTest, CtrlDoubleClickInTheEditorAsksForTheWordLibrary) {
+  QLineEdit *editor = openEditor(1, 1);
+  ASSERT_NE(editor, nullptr);
+  EXPECT_FALSE(editor->toolTip().isEmpty());
+  auto *delegate = qobject_cast<tabulon::ui::GridDelegate *>(grid.itemDelegate());
+  ASSERT_NE(delegate, nullptr);
+  QSignalSpy asked(delegate, &tabulon::ui::GridDelegate::wordLibraryRequested);
+  QTest::mouseDClick(editor, Qt::LeftButton, Qt::ControlModifier, QPoint(5, 5));
+  EXPECT_EQ(asked.count(), 1);
+  QTest::mouseDClick(editor, Qt::LeftButton, {}, QPoint(5, 5));
+  EXPECT_EQ(asked.count(), 1);  // a plain double click selects a word, as in any editor
 }
 
 TEST_F(GridCtrlTest, CheckBoxTogglesOnAClickAndMarksTheCell) {
