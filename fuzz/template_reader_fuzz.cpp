@@ -18,15 +18,14 @@ namespace {
 template <class Record, class Read, class Write>
 void Check(std::string_view text, Read read, Write write) {
   Record record;
-  std::wstring reason;
-  if (!read(text, record, reason)) {
-    if (reason.empty()) std::abort();  // a refusal must say why
+  if (const auto status = read(text, record); !status.ok()) {
+    if (status.error().message.empty()) std::abort();  // a refusal must say why
     return;
   }
-  std::string written;
-  if (!write(record, written, reason)) return;  // a number that cannot be written
+  const auto written = write(record);
+  if (!written.ok()) return;  // a number that cannot be written
   Record again;
-  if (!read(written, again, reason) || !(again == record)) std::abort();
+  if (!read(*written, again).ok() || !(again == record)) std::abort();
 }
 
 }  // namespace

@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 flavour=${1:-release}; shift || true
 case "$flavour" in
   release) dir=build; args=(-DCMAKE_BUILD_TYPE=RelWithDebInfo) ;;
-  asan)    dir=build-asan; args=(-DCMAKE_BUILD_TYPE=Debug -DTABULON_SANITIZE=ON -DTABULON_BENCH=OFF) ;;
+  asan)    dir=build-asan; args=(-DCMAKE_BUILD_TYPE=Debug -DTABULON_SANITIZE=ON -DTABULON_BENCH=OFF -DTABULON_PCH=ON) ;;
   *) echo "unknown flavour: $flavour" >&2; exit 2 ;;
 esac
 werror=OFF; [ "${CI:-}" = "true" ] && werror=ON

@@ -6,6 +6,7 @@
 #include <memory>
 #include <system_error>
 
+#include "authoring/refusal.h"
 #include "card/card_attributes.h"
 #include "card/card_reader.h"
 #include "card/table_attributes.h"
@@ -25,11 +26,6 @@ using tabulon::svc::toUtf8;
 std::wstring WithSeparator(std::wstring path) {
   if (path.empty() || (path.back() != L'/' && path.back() != L'\\')) path += L'/';
   return path;
-}
-
-tabulon::Error Refuse(const std::wstring& text, const std::string& field) {
-  QaMessageBox(text, MB_OK | MB_ICONWARNING);
-  return tabulon::MakeError(toUtf8(text)).inField(field);
 }
 
 struct FileCloser {
@@ -89,8 +85,8 @@ Status KrmCardOutModel::OnOK() {
   copied_.clear();
   sourcePath_ = WithSeparator(sourcePath_);
   targetPath_ = WithSeparator(targetPath_);
-  if (sourcePath_ == targetPath_) return Refuse(KrmLoadString(158, L"卡片源路径和目标路径不能相同"), "target");
-  if (!DirectoryExists(sourcePath_)) return Refuse(KrmLoadString(159, L"卡片源路径不存在"), "source");
+  if (sourcePath_ == targetPath_) return KrmRefuse(KrmLoadString(158, L"卡片源路径和目标路径不能相同"), "target");
+  if (!DirectoryExists(sourcePath_)) return KrmRefuse(KrmLoadString(159, L"卡片源路径不存在"), "source");
   if (!DirectoryExists(targetPath_)) {
     const int answer = QaMessageBox(KrmLoadString(160, L"目标路径不存在,要建立它么?"), MB_YESNO | MB_ICONQUESTION);
     if (answer != IDYES)

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "authoring/refusal.h"
 #include "card/file_utils.h"
 #include "card/table_attributes.h"
 #include "host/ed/qa_message_box.h"
@@ -12,11 +13,6 @@ namespace {
 
 using tabulon::Error;
 using tabulon::Status;
-
-Error Refuse(const std::wstring& text, const std::string& field) {
-  QaMessageBox(text, MB_OK | MB_ICONWARNING);
-  return tabulon::MakeError(tabulon::svc::toUtf8(text)).inField(field);
-}
 
 std::wstring Fixed2(double value) {
   char buffer[64];
@@ -169,11 +165,12 @@ tabulon::Status KrmMakeCardModel::LoadCard(const KrmLoadCardsRunner& run) {
   const std::wstring folder = library.selectedFolder();
   const std::wstring path = root_ + (folder.empty() ? L"/" : folder) + library.SelectedFileName();
   KrmCardAttributes loaded;
-  std::wstring reason;
-  if (loaded.InitCard(path, reason) != 1) {
-    Error error = Refuse(KrmLoadString(124, L"读取文件失败."), "");
-    error.message += ": " + tabulon::svc::toUtf8(reason);
-    return error;
+  if (Status read = loaded.ReadCard(path); !read.ok()) {
+    Error error = KrmRefuse(KrmLoadString(124, L"读取文件失败."), "");
+    return tabulon::MakeError(error.message + ": " + read.error().message)
+        .inFile(read.error().file)
+        .atLine(read.error().line)
+        .inField(read.error().field);
   }
   folder_ = folder;
   card_ = loaded;
@@ -206,7 +203,7 @@ tabulon::Status KrmMakeCardModel::CompareFirstNext() {
   first.InitTable(root_ + folder_ + firstTbl_ + L".tbl");
   next.InitTable(root_ + folder_ + nextTbl_ + L".tbl");
   if (first.getPageBase() != next.getPageBase())
-    return Refuse(Mismatch(KrmLoadString(164, L"分页基准块")), "page-base");
+    return KrmRefuse(Mismatch(KrmLoadString(164, L"分页基准块")), "page-base");
   struct Binding {
     const wchar_t* key;
     unsigned id;
@@ -222,7 +219,7 @@ tabulon::Status KrmMakeCardModel::CompareFirstNext() {
     first.PageBinding(binding.key, firstBlock, firstAtt);
     next.PageBinding(binding.key, nextBlock, nextAtt);
     if (firstBlock != nextBlock || firstAtt != nextAtt)
-      return Refuse(Mismatch(KrmLoadString(binding.id, binding.label)), tabulon::svc::toUtf8(binding.key));
+      return KrmRefuse(Mismatch(KrmLoadString(binding.id, binding.label)), tabulon::svc::toUtf8(binding.key));
   }
   return Status::Ok();
 }
@@ -242,12 +239,12 @@ bool KrmMakeCardModel::CheckSameCard(const std::wstring& path) {
 
 tabulon::Status KrmMakeCardModel::OnOK() {
   EnsureFolder(root_);
-  if (!IsValidFileName(name_)) return Refuse(KrmLoadString(178, L"卡片名称中不能包含'\\'字符"), "name");
+  if (!IsValidFileName(name_)) return KrmRefuse(KrmLoadString(178, L"卡片名称中不能包含'\\'字符"), "name");
   const std::wstring path = CardPath();
-  if (name_.empty() || showName_.empty()) return Refuse(KrmLoadString(141, L"请指定卡片名称"), "name");
-  if (firstDisplay_.empty() || nextDisplay_.empty()) return Refuse(KrmLoadString(142, L"请选择模板文件"), "table");
+  if (name_.empty() || showName_.empty()) return KrmRefuse(KrmLoadString(141, L"请指定卡片名称"), "name");
+  if (firstDisplay_.empty() || nextDisplay_.empty()) return KrmRefuse(KrmLoadString(142, L"请选择模板文件"), "table");
   if (FolderOf(firstDisplay_) != FolderOf(nextDisplay_))
-    return Refuse(KrmLoadString(163, L"首页模板与续页模板的%s不一致!"), "table");
+    return KrmRefuse(KrmLoadString(163, L"首页模板与续页模板的%s不一致!"), "table");
   if (Status compared = CompareFirstNext(); !compared.ok()) {
     QaMessageBox(KrmLoadString(142, L"找不到模板文件!"), MB_OK | MB_ICONWARNING);
     return compared;
@@ -263,8 +260,5 @@ tabulon::Status KrmMakeCardModel::OnOK() {
   card_.addTblFile(firstTbl_);
   card_.addTblFile(nextTbl_);
   card_.setCardDir(arrangement_);
-  std::wstring reason;
-  if (card_.OutputCard(path + L".crd", reason) != 1)
-    return tabulon::MakeError(tabulon::svc::toUtf8(reason)).inFile(tabulon::svc::toUtf8(path + L".crd"));
-  return Status::Ok();
+  return card_.WriteCard(path + L".crd");
 }

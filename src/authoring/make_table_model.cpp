@@ -1,6 +1,7 @@
 #include "authoring/make_table_model.h"
 
 #include "authoring/block_scanning.h"
+#include "authoring/refusal.h"
 #include "card/file_utils.h"
 #include "drawing/extents_util.h"
 #include "drawing/side_drawing.h"
@@ -22,11 +23,6 @@ std::wstring BlockLabel() { return KrmLoadString(116, L"块名:"); }
 std::wstring AttLabel() { return KrmLoadString(117, L"属性名:"); }
 
 // Shows `text` in a box and gives it back as the error of `field`.
-Error Refuse(const std::wstring& text, const std::string& field) {
-  QaMessageBox(text, MB_OK | MB_ICONWARNING);
-  return tabulon::MakeError(tabulon::svc::toUtf8(text)).inField(field);
-}
-
 std::wstring Summary(const std::vector<KrmDataAttTR>& records) {
   if (records.empty()) return L"";
   std::wstring text = KrmLoadString(409, L"共有%d类,块名分别是:");
@@ -107,7 +103,7 @@ tabulon::Status KrmMakeTblModel::TakeSelection(const std::vector<QaDbObjectId>& 
   if (allBlocks_.empty()) {
     FullReset();
     Changed();
-    return Refuse(KrmLoadString(123, L"没有选择有效的属性块"), "selection");
+    return KrmRefuse(KrmLoadString(123, L"没有选择有效的属性块"), "selection");
   }
   pickedIds_ = ids;
   scanned_ = true;
@@ -247,12 +243,13 @@ tabulon::Status KrmMakeTblModel::LoadTable(const KrmLoadCardsRunner& run) {
   FullReset();
   const std::wstring path = root_ + (folder_.empty() ? L"/" : folder_) + library.SelectedFileName();
   KrmTableAttributes loaded;
-  std::wstring reason;
-  if (loaded.InitTable(path, reason) != 1) {
+  if (Status read = loaded.ReadTable(path); !read.ok()) {
     Changed();
-    Error error = Refuse(KrmLoadString(124, L"读取文件失败."), "");
-    error.message += ": " + tabulon::svc::toUtf8(reason);
-    return error;
+    Error error = KrmRefuse(KrmLoadString(124, L"读取文件失败."), "");
+    return tabulon::MakeError(error.message + ": " + read.error().message)
+        .inFile(read.error().file)
+        .atLine(read.error().line)
+        .inField(read.error().field);
   }
   table_ = loaded;
   singleBlocks_ = FromBlockSets(table_.SCells());
@@ -313,13 +310,13 @@ bool KrmMakeTblModel::CheckSameTable(const std::wstring& path) {
 
 tabulon::Status KrmMakeTblModel::OnOK() {
   if (!Available().ok)
-    return Refuse(KrmLoadString(402, L"表格模板至少要有一类多记录属性块"), "multi");
+    return KrmRefuse(KrmLoadString(402, L"表格模板至少要有一类多记录属性块"), "multi");
   EnsureFolder(root_);
   if (!IsValidFileName(name_))
-    return Refuse(KrmLoadString(178, L"卡片名称中不能包含'\\ / : * ? \" < > | '中的字符之一"), "name");
+    return KrmRefuse(KrmLoadString(178, L"卡片名称中不能包含'\\ / : * ? \" < > | '中的字符之一"), "name");
   const std::wstring path = TemplatePath();
-  if (name_.empty() || showName_.empty()) return Refuse(KrmLoadString(120, L"请指定模板名称"), "name");
-  if (pageBaseLine_.empty()) return Refuse(KrmLoadString(126, L"请指定分页基准块"), "page-base");
+  if (name_.empty() || showName_.empty()) return KrmRefuse(KrmLoadString(120, L"请指定模板名称"), "name");
+  if (pageBaseLine_.empty()) return KrmRefuse(KrmLoadString(126, L"请指定分页基准块"), "page-base");
   const KrmTableAttributes before = table_;
   BuildTable();
   if (!nameLocked_) {
@@ -332,8 +329,5 @@ tabulon::Status KrmMakeTblModel::OnOK() {
       return tabulon::MakeError("the side drawing could not be written: " + error)
           .inFile(tabulon::svc::toUtf8(path + L".dwg"));
   }
-  std::wstring reason;
-  if (table_.OutputTable(path + L".tbl", reason) != 1)
-    return tabulon::MakeError(tabulon::svc::toUtf8(reason)).inFile(tabulon::svc::toUtf8(path + L".tbl"));
-  return Status::Ok();
+  return table_.WriteTable(path + L".tbl");
 }

@@ -2,38 +2,28 @@
 
 #include "card/file_utils.h"
 #include "card/template_json.h"
+#include "card/utf8_text.h"
 
 KrmCardAttributes::KrmCardAttributes() : id_(KrmNewTemplateId()) {}
 
-int KrmCardAttributes::InitCard(const std::wstring& path) {
-  std::wstring reason;
-  return InitCard(path, reason);
+int KrmCardAttributes::InitCard(const std::wstring& path) { return ReadCard(path).ok() ? 1 : 0; }
+
+tabulon::Status KrmCardAttributes::ReadCard(const std::wstring& path) {
+  const std::wstring file = KrmWithExtension(path, kKrmCardExtension);
+  auto bytes = KrmReadWholeFile(file);
+  if (!bytes.ok()) return bytes.status();
+  tabulon::Status read = KrmCardFromJson(*bytes, *this);
+  if (!read.ok()) return tabulon::Error(read.error()).inFile(KrmToUtf8(file));
+  return read;
 }
 
-int KrmCardAttributes::InitCard(const std::wstring& path, std::wstring& reason) {
-  std::string bytes;
-  if (!KrmReadWholeFile(KrmWithExtension(path, kKrmCardExtension), bytes, reason)) return 0;
-  std::wstring why;
-  if (!KrmCardFromJson(bytes, *this, why)) {
-    reason = KrmWithExtension(path, kKrmCardExtension) + L": " + why;
-    return 0;
-  }
-  return 1;
-}
+int KrmCardAttributes::OutputCard(const std::wstring& path) const { return WriteCard(path).ok() ? 1 : 0; }
 
-int KrmCardAttributes::OutputCard(const std::wstring& path) const {
-  std::wstring reason;
-  return OutputCard(path, reason);
-}
-
-int KrmCardAttributes::OutputCard(const std::wstring& path, std::wstring& reason) const {
-  std::string text;
-  std::wstring why;
-  if (!KrmCardToJson(*this, text, why)) {
-    reason = KrmWithExtension(path, kKrmCardExtension) + L": " + why;
-    return 0;
-  }
-  return KrmWriteWholeFile(KrmWithExtension(path, kKrmCardExtension), text, reason) ? 1 : 0;
+tabulon::Status KrmCardAttributes::WriteCard(const std::wstring& path) const {
+  const std::wstring file = KrmWithExtension(path, kKrmCardExtension);
+  auto text = KrmCardToJson(*this);
+  if (!text.ok()) return tabulon::Error(text.error()).inFile(KrmToUtf8(file));
+  return KrmWriteWholeFile(file, *text);
 }
 
 void KrmCardAttributes::Reset() {

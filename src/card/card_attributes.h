@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "host/svc/result.h"
+
 #include "card/card_dir.h"
 
 inline constexpr const wchar_t* kKrmCardExtension = L".crd";
@@ -22,14 +24,14 @@ class KrmCardAttributes {
 
   // Reads a `.crd` file; ".crd" is appended to a path that does not end with
   // it. Returns 1 on success; 0 when the file is missing, empty or malformed,
-  // and then the record is left as it was. The second form also gives the
-  // reason (file, field).
+  // and then the record is left as it was.
   int InitCard(const std::wstring& path);
-  int InitCard(const std::wstring& path, std::wstring& reason);
+  // The same, with an error that names the file and what is wrong (the line, or the field).
+  tabulon::Status ReadCard(const std::wstring& path);
   // Writes the record to `path` (".crd" appended as above) through a temporary
   // file. Returns 1 on success, 0 on failure.
   int OutputCard(const std::wstring& path) const;
-  int OutputCard(const std::wstring& path, std::wstring& reason) const;
+  tabulon::Status WriteCard(const std::wstring& path) const;
 
   // Empties names and table files and resets the arrangement; keeps the id.
   void Reset();

@@ -27,25 +27,17 @@ int KrmCardTemplate::LoadTemplate(const std::wstring& path) { return Load(path).
 tabulon::Status KrmCardTemplate::Load(const std::wstring& path) {
   Clear();
   path_ = path;
-  if (!card_.InitCard(path_, loadProblems_)) {
-    // The reason names the file; the error carries it apart from what is wrong.
-    const std::wstring file = KrmWithExtension(path_, kKrmCardExtension);
-    std::wstring message = loadProblems_;
-    if (message.starts_with(file + L": ")) {
-      message.erase(0, file.size() + 2);
-    } else if (const std::size_t at = message.find(L" " + file + L":"); at != std::wstring::npos) {
-      message.erase(at, file.size() + 1);
-    }
-    return tabulon::MakeError(KrmToUtf8(message)).inFile(KrmToUtf8(file));
+  if (tabulon::Status read = card_.ReadCard(path_); !read.ok()) {
+    loadProblems_ = KrmFromUtf8(read.describe());
+    return read;
   }
   const std::wstring folder = GetFolder();
   for (int i = 0; i < card_.getTblCount(); ++i) {
     const std::wstring& name = card_.getTblFile(i);
     auto table = std::make_unique<KrmTableAttributes>();
-    std::wstring reason;
-    if (!table->InitTable(folder + name, reason)) {
+    if (tabulon::Status read = table->ReadTable(folder + name); !read.ok()) {
       if (!loadProblems_.empty()) loadProblems_ += L"\n";
-      loadProblems_ += reason;
+      loadProblems_ += KrmFromUtf8(read.describe());
     }
     tables_[name] = std::move(table);
   }

@@ -14,8 +14,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::wstring SystemReason(const std::wstring& what, const std::wstring& path, int err) {
-  return what + L" " + path + L": " + KrmFromUtf8(std::strerror(err));
+tabulon::Error SystemError(const std::string& what, const std::wstring& path, int err) {
+  return tabulon::MakeError(what + ": " + std::strerror(err)).inFile(KrmToUtf8(path));
 }
 
 }  // namespace
@@ -47,38 +47,25 @@ bool FileExists(const std::wstring& path) {
   return fs::exists(KrmToFsPath(path), ec);
 }
 
-bool KrmReadWholeFile(const std::wstring& path, std::string& bytes, std::wstring& reason) {
+tabulon::Result<std::string> KrmReadWholeFile(const std::wstring& path) {
   const fs::path p = KrmToFsPath(path);
   std::error_code ec;
-  if (fs::is_directory(p, ec)) {
-    reason = path + L": is a folder, not a file";
-    return false;
-  }
+  if (fs::is_directory(p, ec)) return tabulon::MakeError("is a folder, not a file").inFile(KrmToUtf8(path));
   std::ifstream in(p, std::ios::binary);
-  if (!in) {
-    reason = SystemReason(L"cannot open", path, errno);
-    return false;
-  }
+  if (!in) return SystemError("cannot open", path, errno);
   std::ostringstream buffer;
   buffer << in.rdbuf();
-  if (in.bad()) {
-    reason = SystemReason(L"cannot read", path, errno);
-    return false;
-  }
-  bytes = std::move(buffer).str();
-  return true;
+  if (in.bad()) return SystemError("cannot read", path, errno);
+  return std::move(buffer).str();
 }
 
-bool KrmWriteWholeFile(const std::wstring& path, const std::string& bytes, std::wstring& reason) {
+tabulon::Status KrmWriteWholeFile(const std::wstring& path, const std::string& bytes) {
   const fs::path target = KrmToFsPath(path);
   fs::path temp = target;
   temp += ".tmp-" + KrmToUtf8(KrmNewTemplateId().substr(0, 8));
   {
     std::ofstream out(temp, std::ios::binary | std::ios::trunc);
-    if (!out) {
-      reason = SystemReason(L"cannot create", KrmFromFsPath(temp), errno);
-      return false;
-    }
+    if (!out) return SystemError("cannot create", KrmFromFsPath(temp), errno);
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     out.flush();
     if (!out) {
@@ -86,8 +73,7 @@ bool KrmWriteWholeFile(const std::wstring& path, const std::string& bytes, std::
       out.close();
       std::error_code ignored;
       fs::remove(temp, ignored);
-      reason = SystemReason(L"cannot write", KrmFromFsPath(temp), err);
-      return false;
+      return SystemError("cannot write", KrmFromFsPath(temp), err);
     }
   }
   std::error_code ec;
@@ -95,10 +81,9 @@ bool KrmWriteWholeFile(const std::wstring& path, const std::string& bytes, std::
   if (ec) {
     std::error_code ignored;
     fs::remove(temp, ignored);
-    reason = L"cannot replace " + path + L": " + KrmFromUtf8(ec.message());
-    return false;
+    return tabulon::MakeError("cannot replace the file: " + ec.message()).inFile(KrmToUtf8(path));
   }
-  return true;
+  return tabulon::Status::Ok();
 }
 
 std::wstring KrmNewTemplateId() {

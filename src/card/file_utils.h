@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "host/svc/result.h"
+
 // False when `text` holds any of the nine characters \ / : * ? " < > |.
 // An empty text is valid.
 bool IsValidFileName(const std::wstring& text);
@@ -19,14 +21,12 @@ bool DirectoryExists(const std::wstring& path);
 // True when anything (file or folder) exists at `path`.
 bool FileExists(const std::wstring& path);
 
-// Reads a whole file as bytes. Returns false and a reason naming the file when
-// it cannot be opened or read.
-bool KrmReadWholeFile(const std::wstring& path, std::string& bytes, std::wstring& reason);
+// Reads a whole file as bytes; an error naming the file when it cannot be opened or read.
+tabulon::Result<std::string> KrmReadWholeFile(const std::wstring& path);
 
-// Writes bytes to a temporary file beside `path` and renames it over `path`,
-// so that a failed write never destroys the old file. Returns false and a
-// reason naming the file on failure.
-bool KrmWriteWholeFile(const std::wstring& path, const std::string& bytes, std::wstring& reason);
+// Writes bytes to a temporary file beside `path` and renames it over `path`, so that a
+// failed write never destroys the old file; an error naming the file on failure.
+tabulon::Status KrmWriteWholeFile(const std::wstring& path, const std::string& bytes);
 
 // `path` with `extension` appended unless it already ends with it.
 std::wstring KrmWithExtension(const std::wstring& path, const std::wstring& extension);

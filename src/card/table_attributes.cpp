@@ -3,38 +3,28 @@
 #include "card/file_utils.h"
 #include "card/number_text.h"
 #include "card/template_json.h"
+#include "card/utf8_text.h"
 
 KrmTableAttributes::KrmTableAttributes() : id_(KrmNewTemplateId()) {}
 
-int KrmTableAttributes::InitTable(const std::wstring& path) {
-  std::wstring reason;
-  return InitTable(path, reason);
+int KrmTableAttributes::InitTable(const std::wstring& path) { return ReadTable(path).ok() ? 1 : 0; }
+
+tabulon::Status KrmTableAttributes::ReadTable(const std::wstring& path) {
+  const std::wstring file = KrmWithExtension(path, kKrmTableExtension);
+  auto bytes = KrmReadWholeFile(file);
+  if (!bytes.ok()) return bytes.status();
+  tabulon::Status read = KrmTableFromJson(*bytes, *this);
+  if (!read.ok()) return tabulon::Error(read.error()).inFile(KrmToUtf8(file));
+  return read;
 }
 
-int KrmTableAttributes::InitTable(const std::wstring& path, std::wstring& reason) {
-  std::string bytes;
-  if (!KrmReadWholeFile(KrmWithExtension(path, kKrmTableExtension), bytes, reason)) return 0;
-  std::wstring why;
-  if (!KrmTableFromJson(bytes, *this, why)) {
-    reason = KrmWithExtension(path, kKrmTableExtension) + L": " + why;
-    return 0;
-  }
-  return 1;
-}
+int KrmTableAttributes::OutputTable(const std::wstring& path) const { return WriteTable(path).ok() ? 1 : 0; }
 
-int KrmTableAttributes::OutputTable(const std::wstring& path) const {
-  std::wstring reason;
-  return OutputTable(path, reason);
-}
-
-int KrmTableAttributes::OutputTable(const std::wstring& path, std::wstring& reason) const {
-  std::string text;
-  std::wstring why;
-  if (!KrmTableToJson(*this, text, why)) {
-    reason = KrmWithExtension(path, kKrmTableExtension) + L": " + why;
-    return 0;
-  }
-  return KrmWriteWholeFile(KrmWithExtension(path, kKrmTableExtension), text, reason) ? 1 : 0;
+tabulon::Status KrmTableAttributes::WriteTable(const std::wstring& path) const {
+  const std::wstring file = KrmWithExtension(path, kKrmTableExtension);
+  auto text = KrmTableToJson(*this);
+  if (!text.ok()) return tabulon::Error(text.error()).inFile(KrmToUtf8(file));
+  return KrmWriteWholeFile(file, *text);
 }
 
 void KrmTableAttributes::Reset() {

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "host/svc/result.h"
+
 #include "card/block_set.h"
 
 // Block name or key to a short list of texts (the containers of the page
@@ -33,14 +35,14 @@ class KrmTableAttributes {
 
   // Reads a `.tbl` file; ".tbl" is appended to a path that does not end with
   // it. Returns 1 on success; 0 when the file is missing, empty or malformed,
-  // and then the record is left as it was. The second form also gives the
-  // reason (file, field).
+  // and then the record is left as it was.
   int InitTable(const std::wstring& path);
-  int InitTable(const std::wstring& path, std::wstring& reason);
+  // The same, with an error that names the file and what is wrong (the line, or the field).
+  tabulon::Status ReadTable(const std::wstring& path);
   // Writes the record to `path` (".tbl" appended as above) through a temporary
   // file. Returns 1 on success, 0 on failure.
   int OutputTable(const std::wstring& path) const;
-  int OutputTable(const std::wstring& path, std::wstring& reason) const;
+  tabulon::Status WriteTable(const std::wstring& path) const;
 
   // Empties every item except the id.
   void Reset();

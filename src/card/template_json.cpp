@@ -164,10 +164,15 @@ std::vector<KrmBlockSet> ReadBlocks(const ObjectReader& top, const char* key) {
   return out;
 }
 
-// Parses text and runs `read` on the top object, turning every failure into a
-// reason text.
+// The 1-based line of byte `offset` of `text`.
+std::size_t LineAt(std::string_view text, std::size_t offset) {
+  offset = std::min(offset, text.size());
+  return 1 + static_cast<std::size_t>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
+}
+
+// Parses text and runs `read` on the top object, turning every failure into an error.
 template <typename Read>
-bool ParseWith(std::string_view text, std::wstring& reason, Read read) {
+tabulon::Status ParseWith(std::string_view text, Read read) {
   json top;
   try {
     top = json::parse(text.begin(), text.end());
@@ -176,16 +181,18 @@ bool ParseWith(std::string_view text, std::wstring& reason, Read read) {
     if (auto close = what.find("] "); what.rfind("[json.exception", 0) == 0 && close != std::string::npos) {
       what.erase(0, close + 2);
     }
-    reason = L"not valid JSON: " + KrmFromUtf8(what);
-    return false;
+    tabulon::Error error = tabulon::MakeError("not valid JSON: " + what);
+    // The parser counts bytes up to and including the one it stumbled on.
+    if (const auto* parse = dynamic_cast<const json::parse_error*>(&e); parse && parse->byte > 0)
+      error.atLine(LineAt(text, parse->byte - 1));
+    return error;
   }
   try {
     read(top);
   } catch (const FieldError& e) {
-    reason = L"field \"" + KrmFromUtf8(e.field) + L"\": " + KrmFromUtf8(e.message);
-    return false;
+    return tabulon::MakeError(e.message).inField(e.field);
   }
-  return true;
+  return tabulon::Status::Ok();
 }
 
 // ---- writing ----
@@ -231,20 +238,18 @@ json BlocksJson(const std::vector<KrmBlockSet>& blocks, const char* key) {
 }
 
 template <typename Build>
-bool DumpWith(std::string& text, std::wstring& reason, Build build) {
+tabulon::Result<std::string> DumpWith(Build build) {
   try {
-    text = build().dump(2) + "\n";
+    return build().dump(2) + "\n";
   } catch (const FieldError& e) {
-    reason = L"field \"" + KrmFromUtf8(e.field) + L"\": " + KrmFromUtf8(e.message);
-    return false;
+    return tabulon::MakeError(e.message).inField(e.field);
   }
-  return true;
 }
 
 }  // namespace
 
-bool KrmTableToJson(const KrmTableAttributes& table, std::string& text, std::wstring& reason) {
-  return DumpWith(text, reason, [&] {
+tabulon::Result<std::string> KrmTableToJson(const KrmTableAttributes& table) {
+  return DumpWith([&] {
     RequireFinite(table.getWidth(), "width");
     RequireFinite(table.getHeight(), "height");
     json top;
@@ -264,8 +269,8 @@ bool KrmTableToJson(const KrmTableAttributes& table, std::string& text, std::wst
   });
 }
 
-bool KrmCardToJson(const KrmCardAttributes& card, std::string& text, std::wstring& reason) {
-  return DumpWith(text, reason, [&] {
+tabulon::Result<std::string> KrmCardToJson(const KrmCardAttributes& card) {
+  return DumpWith([&] {
     KrmCardDir dir;
     card.getCardDir(dir);
     RequireFinite(dir.GetHor(), "arrangement.hor");
@@ -283,9 +288,9 @@ bool KrmCardToJson(const KrmCardAttributes& card, std::string& text, std::wstrin
   });
 }
 
-bool KrmTableFromJson(std::string_view text, KrmTableAttributes& out, std::wstring& reason) {
+tabulon::Status KrmTableFromJson(std::string_view text, KrmTableAttributes& out) {
   KrmTableAttributes table;
-  const bool ok = ParseWith(text, reason, [&](const json& value) {
+  tabulon::Status status = ParseWith(text, [&](const json& value) {
     const ObjectReader top(value, "");
     CheckFormat(top, kKrmTableFormat);
     std::wstring id = table.getID(), fileName, showName, pageBase;
@@ -306,13 +311,13 @@ bool KrmTableFromJson(std::string_view text, KrmTableAttributes& out, std::wstri
     table.setPageAtt(TextListMap(top, "pageAttributes"));
     table.setMDirType(TextListMap(top, "multiDirections"));
   });
-  if (ok) out = std::move(table);
-  return ok;
+  if (status.ok()) out = std::move(table);
+  return status;
 }
 
-bool KrmCardFromJson(std::string_view text, KrmCardAttributes& out, std::wstring& reason) {
+tabulon::Status KrmCardFromJson(std::string_view text, KrmCardAttributes& out) {
   KrmCardAttributes card;
-  const bool ok = ParseWith(text, reason, [&](const json& value) {
+  tabulon::Status status = ParseWith(text, [&](const json& value) {
     const ObjectReader top(value, "");
     CheckFormat(top, kKrmCardFormat);
     std::wstring id = card.getID(), fileName, showName;
@@ -342,6 +347,6 @@ bool KrmCardFromJson(std::string_view text, KrmCardAttributes& out, std::wstring
     }
     card.setCardDir(dir);
   });
-  if (ok) out = std::move(card);
-  return ok;
+  if (status.ok()) out = std::move(card);
+  return status;
 }

@@ -9,19 +9,21 @@
 
 #include "card/card_attributes.h"
 #include "card/table_attributes.h"
+#include "host/svc/result.h"
 
 inline constexpr const char* kKrmTableFormat = "tabulon-table";
 inline constexpr const char* kKrmCardFormat = "tabulon-card";
 inline constexpr int kKrmTemplateFormatVersion = 1;
 
-// Serialise a record. Return false with a reason when a number cannot be
-// written (not finite); `text` is then unchanged.
-bool KrmTableToJson(const KrmTableAttributes& table, std::string& text, std::wstring& reason);
-bool KrmCardToJson(const KrmCardAttributes& card, std::string& text, std::wstring& reason);
+// Serialise a record; an error naming the field when a number cannot be written (not
+// finite).
+tabulon::Result<std::string> KrmTableToJson(const KrmTableAttributes& table);
+tabulon::Result<std::string> KrmCardToJson(const KrmCardAttributes& card);
 
 // Parse a record. Fields other than "format" and "version" may be absent and
 // then keep their reset value; a field of the wrong type, a bad format name or
-// version, or text that is not JSON fails with a reason that names the field
-// (e.g. `singleBlocks[0].attributes[2].width`). On failure `out` is unchanged.
-bool KrmTableFromJson(std::string_view text, KrmTableAttributes& out, std::wstring& reason);
-bool KrmCardFromJson(std::string_view text, KrmCardAttributes& out, std::wstring& reason);
+// version fails with an error that names the field (e.g.
+// `singleBlocks[0].attributes[2].width`), text that is not JSON with one that names the
+// line. On failure `out` is unchanged.
+tabulon::Status KrmTableFromJson(std::string_view text, KrmTableAttributes& out);
+tabulon::Status KrmCardFromJson(std::string_view text, KrmCardAttributes& out);

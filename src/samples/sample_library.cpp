@@ -116,9 +116,8 @@ std::vector<std::filesystem::path> writeTable(const std::filesystem::path& folde
   table.setHeight(high.y - low.y);
 
   const std::filesystem::path base = folder / tabulon::svc::toPath(stem);
-  std::wstring reason;
-  if (table.OutputTable(fromPath(base), reason) != 1)
-    throw std::runtime_error("sample library: " + toUtf8(reason));
+  if (tabulon::Status written = table.WriteTable(fromPath(base)); !written.ok())
+    throw std::runtime_error("sample library: " + written.describe());
   std::string error;
   if (WriteSideDrawing(fromPath(base), table.getID(), ids, &error) != 1)
     throw std::runtime_error("sample library: " + error);
@@ -138,8 +137,8 @@ std::filesystem::path writeCard(const std::filesystem::path& folder, const std::
   card.setCardDir(dir);
   std::filesystem::path path = folder / tabulon::svc::toPath(stem);
   path += L".crd";
-  std::wstring reason;
-  if (card.OutputCard(fromPath(path), reason) != 1) throw std::runtime_error("sample library: " + toUtf8(reason));
+  if (tabulon::Status written = card.WriteCard(fromPath(path)); !written.ok())
+    throw std::runtime_error("sample library: " + written.describe());
   return path;
 }
 

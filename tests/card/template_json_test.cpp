@@ -39,8 +39,8 @@ TEST(TemplateJson, WrittenRecordsReadBackFieldByField) {
   const KrmTableAttributes table = FullTable();
   ASSERT_EQ(table.OutputTable(Wide(dir / "t.tbl")), 1);
   KrmTableAttributes tableRead;
-  std::wstring reason;
-  ASSERT_EQ(tableRead.InitTable(Wide(dir / "t.tbl"), reason), 1) << KrmToUtf8(reason);
+  const tabulon::Status read = tableRead.ReadTable(Wide(dir / "t.tbl"));
+  ASSERT_TRUE(read.ok()) << read.describe();
   EXPECT_EQ(tableRead.SCells()[0].Atts()[0], table.SCells()[0].Atts()[0]);
   EXPECT_EQ(tableRead.getHeight(), 12345.678901234567);
   EXPECT_EQ(tableRead, table);
@@ -101,24 +101,22 @@ struct BadFile {
 
 class TemplateJsonBadTable : public ::testing::TestWithParam<BadFile> {};
 
-TEST_P(TemplateJsonBadTable, InitTableFailsWithAReasonAndKeepsTheRecord) {
+TEST_P(TemplateJsonBadTable, ReadingFailsWithAnErrorNamingTheFileAndKeepsTheRecord) {
   ScratchDir dir;
   if (GetParam().content != "<missing>") writeFile(dir / "bad.tbl", GetParam().content);
   KrmTableAttributes table = cardtest::ProcessTable(L"keep", 5);
   const KrmTableAttributes before = table;
-  std::wstring reason;
-  EXPECT_EQ(table.InitTable(Wide(dir / "bad.tbl"), reason), 0);
+  const tabulon::Status read = table.ReadTable(Wide(dir / "bad.tbl"));
+  ASSERT_FALSE(read.ok());
   EXPECT_EQ(table, before);
-  const std::string text = KrmToUtf8(reason);
-  EXPECT_NE(text.find("bad.tbl"), std::string::npos) << text;
-  EXPECT_NE(text.find(GetParam().reasonPart), std::string::npos) << text;
+  EXPECT_TRUE(read.error().file.ends_with("bad.tbl")) << read.describe();
+  EXPECT_NE(read.describe().find(GetParam().reasonPart), std::string::npos) << read.describe();
+  EXPECT_EQ(table.InitTable(Wide(dir / "bad.tbl")), 0);
 }
 
 std::string ValidTableHalf() {
-  std::string text;
-  std::wstring reason;
-  KrmTableToJson(cardtest::ProcessTable(L"t", 4), text, reason);
-  return text.substr(0, text.size() / 2);
+  const auto text = KrmTableToJson(cardtest::ProcessTable(L"t", 4));
+  return text->substr(0, text->size() / 2);
 }
 
 const char* const kHead = R"({"format": "tabulon-table", "version": 1, )";
@@ -130,11 +128,11 @@ INSTANTIATE_TEST_SUITE_P(
         BadFile{"Truncated", ValidTableHalf(), "not valid JSON"}, BadFile{"Array", "[1]", "expected an object"},
         BadFile{"CardFile", R"({"format": "tabulon-card", "version": 1})", "expected \"tabulon-table\""},
         BadFile{"FutureVersion", R"({"format": "tabulon-table", "version": 2})", "unsupported version 2"},
-        BadFile{"WidthAsText", std::string(kHead) + R"("width": "297"})", "\"width\": expected a number"},
+        BadFile{"WidthAsText", std::string(kHead) + R"("width": "297"})", "width: expected a number"},
         BadFile{"AttributeWidth", std::string(kHead) + R"("multiBlocks": [{"attributes": [{}, {"width": "x"}]}]})",
                 "multiBlocks[0].attributes[1].width"},
         BadFile{"DecimalsAsReal", std::string(kHead) + R"("singleBlocks": [{"attributes": [{"decimals": 1.5}]}]})",
-                "decimals\": expected an integer"},
+                "decimals: expected an integer"},
         BadFile{"BindingNotText", std::string(kHead) + R"("pageAttributes": {"CLASSCUR": ["T", 3]}})",
                 "pageAttributes.CLASSCUR[1]"},
         BadFile{"NotUtf8", std::string(kHead) + "\"id\": \"\xff\"}", "not valid JSON"},
@@ -150,10 +148,10 @@ TEST(TemplateJson, InitCardFailsOnBadFiles) {
   for (const char* name : {"missing.crd", "empty.crd", "half.crd", "arrangement.crd", "tables.crd"}) {
     KrmCardAttributes card;
     card.setCardName(L"before", L"");
-    std::wstring reason;
-    EXPECT_EQ(card.InitCard(Wide(dir / name), reason), 0) << name;
+    const tabulon::Status read = card.ReadCard(Wide(dir / name));
+    ASSERT_FALSE(read.ok()) << name;
     EXPECT_EQ(card.getFileName(), L"before") << name;
-    EXPECT_NE(KrmToUtf8(reason).find(name), std::string::npos) << KrmToUtf8(reason);
+    EXPECT_TRUE(read.error().file.ends_with(name)) << read.describe();
   }
 }
 
@@ -161,8 +159,15 @@ TEST(TemplateJson, NonFiniteNumbersAreRefusedWhenWriting) {
   ScratchDir dir;
   KrmTableAttributes table = FullTable();
   table.setWidth(NAN);
-  std::wstring reason;
-  EXPECT_EQ(table.OutputTable(Wide(dir / "nan.tbl"), reason), 0);
-  EXPECT_NE(KrmToUtf8(reason).find("\"width\""), std::string::npos);
+  const tabulon::Status written = table.WriteTable(Wide(dir / "nan.tbl"));
+  ASSERT_FALSE(written.ok());
+  EXPECT_EQ(written.error().field, "width");
   EXPECT_FALSE(FileExists(Wide(dir / "nan.tbl")));
+}
+
+TEST(TemplateJson, BadSyntaxNamesItsLine) {
+  KrmTableAttributes table;
+  const tabulon::Status read = KrmTableFromJson("{\n  \"format\": \"tabulon-table\",\n  \"version\": 1,,\n}\n", table);
+  ASSERT_FALSE(read.ok());
+  EXPECT_EQ(read.error().line, 3u) << read.describe();
 }
