@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/dialogs/template_name_fields.h"
 #include "ui/ui_strings.h"
 
 namespace tabulon::ui {
@@ -28,23 +29,14 @@ MakeCardDialog::MakeCardDialog(KrmMakeCardModel &model, AuthoringRunners runners
                                QWidget *parent)
     : CResizeDlg(QStringLiteral("KrmDlgMakeCard"), parent), model_(model), runners_(std::move(runners)) {
   setObjectName(QStringLiteral("KrmDlgMakeCard"));
-  name_ = new QLineEdit(this);
-  name_->setObjectName(QStringLiteral("name"));
-  showName_ = new QLineEdit(this);
-  showName_->setObjectName(QStringLiteral("showName"));
-  folder_ = new QLabel(this);
-  chooseName_ = new QPushButton(strings.text(9310, L"存入库中..."), this);
-  load_ = new QPushButton(strings.text(9311, L"打开模板..."), this);
-
-  auto *names = new QGridLayout;
-  names->addWidget(new QLabel(strings.text(181, L"卡片名称"), this), 0, 0);
-  names->addWidget(name_, 0, 1);
-  names->addWidget(chooseName_, 0, 2);
-  names->addWidget(new QLabel(strings.text(182, L"显示名称"), this), 1, 0);
-  names->addWidget(showName_, 1, 1);
-  names->addWidget(load_, 1, 2);
-  names->addWidget(new QLabel(strings.text(9314, L"文件夹"), this), 2, 0);
-  names->addWidget(folder_, 2, 1, 1, 2);
+  const TemplateNameFields fields =
+      MakeTemplateNameFields(this, strings, strings.text(181, L"卡片名称"), strings.text(182, L"显示名称"));
+  name_ = fields.name;
+  showName_ = fields.showName;
+  folder_ = fields.folder;
+  chooseName_ = fields.chooseName;
+  load_ = fields.load;
+  QGridLayout *names = fields.layout;
 
   auto *tables = new QGroupBox(strings.text(9330, L"表格模板"), this);
   auto *tableGrid = new QGridLayout(tables);
