@@ -27,6 +27,9 @@ PageLayout DrawPartsListNextPage(FormSheet& sheet);
 // Shared by the pages: a sheet border (thin outline of the paper, thick frame inside
 // with a binding margin of 25 on the left and 5 elsewhere).
 void DrawSheetBorder(FormSheet& sheet, double width, double height);
+// The page number bindings every sample page has: this card's page and total on the
+// page-number block, the batch's on the batch blocks.
+KrmTextListMap SamplePageBindings();
 
 // Columns of a table laid side by side from `x0`.
 struct FormColumn {

@@ -161,15 +161,6 @@ void drawTitleFields(FormSheet& s, double y0, double y1, std::vector<FormCell>& 
   head[1].order = L"2";
 }
 
-KrmTextListMap pageBindings() {
-  return {
-      {L"CLASSCUR", {kPageNoBlock, kClassCurTag}},
-      {L"CLASSSUM", {kPageNoBlock, kClassSumTag}},
-      {L"BATCHCUR", {kBatchNoBlock, kBatchCurTag}},
-      {L"BATCHSUM", {kBatchSumBlock, kBatchSumTag}},
-  };
-}
-
 }  // namespace
 
 PageLayout DrawPartsListFirstPage(FormSheet& s) {
@@ -184,7 +175,7 @@ PageLayout DrawPartsListFirstPage(FormSheet& s) {
   s.Line(kLeft, 253, kRight, 253);
   drawRows(s, 253, kPartsListFirstRows);
   drawBand(s);
-  return {kBomLineBlock, 0, pageBindings()};
+  return {kBomLineBlock, 0, SamplePageBindings()};
 }
 
 PageLayout DrawPartsListNextPage(FormSheet& s) {
@@ -199,7 +190,7 @@ PageLayout DrawPartsListNextPage(FormSheet& s) {
   s.Line(kLeft, 261, kRight, 261);
   drawRows(s, 261, kPartsListNextRows);
   drawBand(s);
-  return {kBomLineBlock, 0, pageBindings()};
+  return {kBomLineBlock, 0, SamplePageBindings()};
 }
 
 }  // namespace tabulon::samples

@@ -201,15 +201,6 @@ void drawHeadFields(FormSheet& s, const std::vector<HeadField>& fields, std::vec
   }
 }
 
-KrmTextListMap pageBindings() {
-  return {
-      {L"CLASSCUR", {kPageNoBlock, kClassCurTag}},
-      {L"CLASSSUM", {kPageNoBlock, kClassSumTag}},
-      {L"BATCHCUR", {kBatchNoBlock, kBatchCurTag}},
-      {L"BATCHSUM", {kBatchSumBlock, kBatchSumTag}},
-  };
-}
-
 }  // namespace
 
 PageLayout DrawProcessFirstPage(FormSheet& s) {
@@ -254,7 +245,7 @@ PageLayout DrawProcessFirstPage(FormSheet& s) {
   s.Line(kLeft, 165, kRight, 165);
   drawRows(s, 165, kProcessFirstRows);
   drawBand(s);
-  return {kRowBlock, 0, pageBindings()};
+  return {kRowBlock, 0, SamplePageBindings()};
 }
 
 PageLayout DrawProcessNextPage(FormSheet& s) {
@@ -277,7 +268,16 @@ PageLayout DrawProcessNextPage(FormSheet& s) {
   s.Line(kLeft, 173, kRight, 173);
   drawRows(s, 173, kProcessNextRows);
   drawBand(s);
-  return {kRowBlock, 0, pageBindings()};
+  return {kRowBlock, 0, SamplePageBindings()};
+}
+
+KrmTextListMap SamplePageBindings() {
+  return {
+      {L"CLASSCUR", {kPageNoBlock, kClassCurTag}},
+      {L"CLASSSUM", {kPageNoBlock, kClassSumTag}},
+      {L"BATCHCUR", {kBatchNoBlock, kBatchCurTag}},
+      {L"BATCHSUM", {kBatchSumBlock, kBatchSumTag}},
+  };
 }
 
 void DrawSheetBorder(FormSheet& s, double width, double height) {
