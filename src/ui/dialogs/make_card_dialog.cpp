@@ -29,14 +29,9 @@ MakeCardDialog::MakeCardDialog(KrmMakeCardModel &model, AuthoringRunners runners
                                QWidget *parent)
     : CResizeDlg(QStringLiteral("KrmDlgMakeCard"), parent), model_(model), runners_(std::move(runners)) {
   setObjectName(QStringLiteral("KrmDlgMakeCard"));
-  const TemplateNameFields fields =
+  fields_ =
       MakeTemplateNameFields(this, strings, strings.text(181, L"卡片名称"), strings.text(182, L"显示名称"));
-  name_ = fields.name;
-  showName_ = fields.showName;
-  folder_ = fields.folder;
-  chooseName_ = fields.chooseName;
-  load_ = fields.load;
-  QGridLayout *names = fields.layout;
+  QGridLayout *names = fields_.layout;
 
   auto *tables = new QGroupBox(strings.text(9330, L"表格模板"), this);
   auto *tableGrid = new QGridLayout(tables);
@@ -70,17 +65,17 @@ MakeCardDialog::MakeCardDialog(KrmMakeCardModel &model, AuthoringRunners runners
   layout->addWidget(pages);
   layout->addWidget(buttons);
 
-  connect(name_, &QLineEdit::textEdited, this, [this](const QString &text) {
+  connect(fields_.name, &QLineEdit::textEdited, this, [this](const QString &text) {
     model_.SetName(toWString(text));
     refresh();
   });
-  connect(showName_, &QLineEdit::textEdited, this,
+  connect(fields_.showName, &QLineEdit::textEdited, this,
           [this](const QString &text) { model_.SetShowName(toWString(text)); });
-  connect(chooseName_, &QPushButton::clicked, this, [this] {
+  connect(fields_.chooseName, &QPushButton::clicked, this, [this] {
     model_.ChooseCardName(runners_.loadCards);
     refresh();
   });
-  connect(load_, &QPushButton::clicked, this, [this] {
+  connect(fields_.load, &QPushButton::clicked, this, [this] {
     (void)model_.LoadCard(runners_.loadCards);
     refresh();
   });
@@ -107,12 +102,12 @@ MakeCardDialog::MakeCardDialog(KrmMakeCardModel &model, AuthoringRunners runners
 
 void MakeCardDialog::refresh() {
   setWindowTitle(toQString(model_.Caption()));
-  if (name_->text() != toQString(model_.Name())) name_->setText(toQString(model_.Name()));
-  if (showName_->text() != toQString(model_.ShowName())) showName_->setText(toQString(model_.ShowName()));
-  name_->setReadOnly(model_.NameLocked());
-  showName_->setReadOnly(model_.NameLocked());
-  chooseName_->setEnabled(!model_.NameLocked());
-  folder_->setText(toQString(model_.Folder()));
+  if (fields_.name->text() != toQString(model_.Name())) fields_.name->setText(toQString(model_.Name()));
+  if (fields_.showName->text() != toQString(model_.ShowName())) fields_.showName->setText(toQString(model_.ShowName()));
+  fields_.name->setReadOnly(model_.NameLocked());
+  fields_.showName->setReadOnly(model_.NameLocked());
+  fields_.chooseName->setEnabled(!model_.NameLocked());
+  fields_.folder->setText(toQString(model_.Folder()));
   first_->setText(toQString(model_.FirstDisplay()));
   next_->setText(toQString(model_.NextDisplay()));
   firstButton_->setEnabled(!model_.TablesLocked());

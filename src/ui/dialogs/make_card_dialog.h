@@ -6,6 +6,7 @@
 
 #include "authoring/make_card_model.h"
 #include "ui/dialogs/authoring_runners.h"
+#include "ui/dialogs/template_name_fields.h"
 #include "ui/gadgets/resize_dialog.h"
 
 class QLabel;
@@ -25,8 +26,8 @@ class MakeCardDialog : public CResizeDlg {
 
   void refresh();
 
-  QLineEdit *nameEdit() const { return name_; }
-  QLineEdit *showNameEdit() const { return showName_; }
+  QLineEdit *nameEdit() const { return fields_.name; }
+  QLineEdit *showNameEdit() const { return fields_.showName; }
   QLabel *firstLabel() const { return first_; }
   QLabel *nextLabel() const { return next_; }
   QLabel *summaryLabel() const { return summary_; }
@@ -34,16 +35,14 @@ class MakeCardDialog : public CResizeDlg {
   QPushButton *nextButton() const { return nextButton_; }
   QPushButton *arrangeButton() const { return arrange_; }
   QPushButton *compareButton() const { return compare_; }
-  QPushButton *chooseNameButton() const { return chooseName_; }
-  QPushButton *loadButton() const { return load_; }
+  QPushButton *chooseNameButton() const { return fields_.chooseName; }
+  QPushButton *loadButton() const { return fields_.load; }
   QPushButton *okButton() const { return ok_; }
 
  private:
   KrmMakeCardModel &model_;
   AuthoringRunners runners_;
-  QLineEdit *name_ = nullptr;
-  QLineEdit *showName_ = nullptr;
-  QLabel *folder_ = nullptr;
+  TemplateNameFields fields_;
   QLabel *first_ = nullptr;
   QLabel *next_ = nullptr;
   QLabel *summary_ = nullptr;
@@ -51,8 +50,6 @@ class MakeCardDialog : public CResizeDlg {
   QPushButton *nextButton_ = nullptr;
   QPushButton *arrange_ = nullptr;
   QPushButton *compare_ = nullptr;
-  QPushButton *chooseName_ = nullptr;
-  QPushButton *load_ = nullptr;
   QPushButton *ok_ = nullptr;
 };
 

@@ -84,14 +84,9 @@ MakeTableDialog::MakeTableDialog(KrmMakeTblModel &model, AuthoringRunners runner
     : CResizeDlg(QStringLiteral("KrmDlgMakeTbl"), parent), model_(model), runners_(std::move(runners)) {
   setObjectName(QStringLiteral("KrmDlgMakeTbl"));
 
-  const TemplateNameFields fields =
+  fields_ =
       MakeTemplateNameFields(this, strings, strings.text(9312, L"模板名称"), strings.text(9313, L"显示名称"));
-  name_ = fields.name;
-  showName_ = fields.showName;
-  folder_ = fields.folder;
-  chooseName_ = fields.chooseName;
-  load_ = fields.load;
-  QGridLayout *names = fields.layout;
+  QGridLayout *names = fields_.layout;
 
   pick_ = new QPushButton(strings.text(9315, L"选择图形<"), this);
   status_ = lineLabel(this, "status");
@@ -161,11 +156,11 @@ MakeTableDialog::MakeTableDialog(KrmMakeTblModel &model, AuthoringRunners runner
   layout->addLayout(columns);
   layout->addWidget(buttons);
 
-  connect(name_, &QLineEdit::textEdited, this, [this](const QString &text) {
+  connect(fields_.name, &QLineEdit::textEdited, this, [this](const QString &text) {
     model_.SetName(toWString(text));
     refresh();
   });
-  connect(showName_, &QLineEdit::textEdited, this, [this](const QString &text) {
+  connect(fields_.showName, &QLineEdit::textEdited, this, [this](const QString &text) {
     model_.SetShowName(toWString(text));
   });
   connect(pick_, &QPushButton::clicked, this, &MakeTableDialog::pickBlocks);
@@ -181,11 +176,11 @@ MakeTableDialog::MakeTableDialog(KrmMakeTblModel &model, AuthoringRunners runner
     model_.ChoosePageBase(runners_.selSgl);
     refresh();
   });
-  connect(chooseName_, &QPushButton::clicked, this, [this] {
+  connect(fields_.chooseName, &QPushButton::clicked, this, [this] {
     model_.ChooseName(runners_.loadCards);
     refresh();
   });
-  connect(load_, &QPushButton::clicked, this, [this] {
+  connect(fields_.load, &QPushButton::clicked, this, [this] {
     (void)model_.LoadTable(runners_.loadCards);
     refresh();
   });
@@ -219,11 +214,11 @@ void MakeTableDialog::okClicked() {
 void MakeTableDialog::refresh() {
   updating_ = true;
   setWindowTitle(toQString(model_.Caption()));
-  setText(name_, model_.Name());
-  setText(showName_, model_.ShowName());
-  name_->setReadOnly(model_.NameLocked());
-  showName_->setReadOnly(model_.NameLocked());
-  folder_->setText(toQString(model_.Folder()));
+  setText(fields_.name, model_.Name());
+  setText(fields_.showName, model_.ShowName());
+  fields_.name->setReadOnly(model_.NameLocked());
+  fields_.showName->setReadOnly(model_.NameLocked());
+  fields_.folder->setText(toQString(model_.Folder()));
   status_->setText(toQString(model_.StatusLine()));
   single_->setText(toQString(model_.SingleSummary()));
   multi_->setText(toQString(model_.MultiSummary()));
@@ -244,13 +239,13 @@ void MakeTableDialog::refresh() {
   fillOrder_->setCurrentIndex(model_.FillOrderEnabled() ? model_.CurrentFillOrder() : 0);
 
   const auto available = model_.Available();
-  chooseName_->setEnabled(available.chooseName);
+  fields_.chooseName->setEnabled(available.chooseName);
   singleButton_->setEnabled(available.chooseSingle);
   multiButton_->setEnabled(available.chooseMulti);
   pageBaseButton_->setEnabled(available.choosePageBase);
   for (std::size_t k = 0; k < 5; ++k) pageAttButtons_[k]->setEnabled(available.choosePageAtt[k]);
   ok_->setEnabled(available.ok);
-  if (!available.ok && load_->isVisible() && !name_->hasFocus() && !showName_->hasFocus()) load_->setFocus();
+  if (!available.ok && fields_.load->isVisible() && !fields_.name->hasFocus() && !fields_.showName->hasFocus()) fields_.load->setFocus();
   updating_ = false;
 }
 

@@ -9,6 +9,7 @@
 
 #include "authoring/make_table_model.h"
 #include "ui/dialogs/authoring_runners.h"
+#include "ui/dialogs/template_name_fields.h"
 #include "ui/gadgets/resize_dialog.h"
 
 class QComboBox;
@@ -35,8 +36,8 @@ class MakeTableDialog : public CResizeDlg {
   // The picture of a fill order: arrows that show where filling starts and how it runs.
   static QIcon fillOrderIcon(int fillOrder);
 
-  QLineEdit *nameEdit() const { return name_; }
-  QLineEdit *showNameEdit() const { return showName_; }
+  QLineEdit *nameEdit() const { return fields_.name; }
+  QLineEdit *showNameEdit() const { return fields_.showName; }
   QLabel *statusLabel() const { return status_; }
   QLabel *singleLabel() const { return single_; }
   QLabel *multiLabel() const { return multi_; }
@@ -49,8 +50,8 @@ class MakeTableDialog : public CResizeDlg {
   QPushButton *multiButton() const { return multiButton_; }
   QPushButton *pageBaseButton() const { return pageBaseButton_; }
   QPushButton *pageAttButton(int keyIndex) const { return pageAttButtons_.at(static_cast<std::size_t>(keyIndex)); }
-  QPushButton *chooseNameButton() const { return chooseName_; }
-  QPushButton *loadButton() const { return load_; }
+  QPushButton *chooseNameButton() const { return fields_.chooseName; }
+  QPushButton *loadButton() const { return fields_.load; }
   QPushButton *okButton() const { return ok_; }
 
  private:
@@ -59,9 +60,7 @@ class MakeTableDialog : public CResizeDlg {
 
   KrmMakeTblModel &model_;
   AuthoringRunners runners_;
-  QLineEdit *name_ = nullptr;
-  QLineEdit *showName_ = nullptr;
-  QLabel *folder_ = nullptr;
+  TemplateNameFields fields_;
   QLabel *status_ = nullptr;
   QLabel *single_ = nullptr;
   QLabel *multi_ = nullptr;
@@ -74,8 +73,6 @@ class MakeTableDialog : public CResizeDlg {
   QPushButton *multiButton_ = nullptr;
   QPushButton *pageBaseButton_ = nullptr;
   std::array<QPushButton *, 5> pageAttButtons_{};
-  QPushButton *chooseName_ = nullptr;
-  QPushButton *load_ = nullptr;
   QPushButton *ok_ = nullptr;
   bool updating_ = false;
 };
